@@ -1,0 +1,135 @@
+#include "PtAssert.h"
+#include "PtException.h"
+#include "PtFile.h"
+#include "PtTime.h"
+#include "PxTest.h"
+
+#include <QTemporaryFile>
+#include <gtest/gtest.h>
+
+namespace
+{
+struct ThrowCase {
+  const char* mName;
+  std::function<void()> mThrow;
+  unsigned int mCode;
+  const char* mTextContains;
+};
+
+TEST(Errors, EveryReporterCarriesItsCodeAndAReadableMessage)
+{
+  const ThrowCase lCases[] = {
+    {"PtThrow", [] { PtThrow<std::runtime_error>(1003, QStringLiteral("Protocol error")); }, 1003, "Protocol error"},
+    {"PtThrow zero", [] { PtThrow<std::runtime_error>(0, QStringLiteral("Failed to create logging directory.")); }, 0,
+     "Failed to create logging directory."},
+    {"invalid argument", [] { PtInvalidArgument(QStringLiteral("aValue"), QStringLiteral("70000"), 10); }, 10, "70000"},
+    {"logic", [] { PtLogicError(7); }, 7, "logic error 7"},
+    {"format 6", [] { PtFileFormatError(6); }, 6, "no header"},
+    {"format other", [] { PtFileFormatError(42); }, 42, "format error 42"},
+  };
+  for (const auto& c : lCases) {
+    SCOPED_TRACE(c.mName);
+    try {
+      c.mThrow();
+      FAIL() << "did not throw";
+    } catch (const std::exception& e) {
+      unsigned int lCode = 99999;
+      QString lText;
+      PtExtractException(e, &lCode, &lText);
+      EXPECT_EQ(lCode, c.mCode);
+      EXPECT_TRUE(lText.contains(QString::fromUtf8(c.mTextContains))) << lText.toStdString();
+      EXPECT_FALSE(lText.startsWith(QLatin1Char(' ')));
+    }
+  }
+}
+
+TEST(Errors, ExceptionTypesLetCallersCatchByKind)
+{
+  EXPECT_THROW(PtInvalidArgument(QStringLiteral("aType"), QStringLiteral("9"), 4), std::invalid_argument);
+  EXPECT_THROW(PtLogicError(11), std::logic_error);
+  EXPECT_THROW(PtFileFormatError(7), std::runtime_error);
+}
+
+TEST(Errors, ForeignExceptionTextIsKeptWholeWithCodeZero)
+{
+  const char* lTexts[] = {"bad_alloc", "12abc", "404", "", "4294967296 too big"};
+  for (const char* t : lTexts) {
+    unsigned int lCode = 1;
+    QString lText;
+    PtExtractException(std::runtime_error(t), &lCode, &lText);
+    EXPECT_EQ(lCode, 0u) << t;
+    EXPECT_EQ(lText, QString::fromUtf8(t));
+  }
+  PtExtractException(std::runtime_error("5 x"), nullptr, nullptr); // null outputs are allowed
+}
+
+TEST(AssertDeathTest, NamesExpressionFileWithoutExtensionAndLine)
+{
+  const int lStride = 1;
+  EXPECT_DEATH(PT_ASSERT(lStride >= 4), "Assertion failed: lStride >= 4, file CoreTest, line [0-9]+");
+}
+
+TEST(Time, PersistenceIsLosslessToTheMillisecond)
+{
+  const QDateTime lTimes[] = {
+    QDateTime(QDate(2026, 11, 22), QTime(13, 45, 7, 123), Qt::LocalTime),
+    QDateTime(QDate(1969, 12, 31), QTime(23, 59, 59, 999), Qt::UTC),
+    QDateTime(QDate(2100, 2, 28), QTime(0, 0), Qt::UTC),
+  };
+  for (const auto& t : lTimes) {
+    EXPECT_EQ(PtFromPersistence(PtToPersistence(t)), t) << t.toString(Qt::ISODateWithMs).toStdString();
+  }
+  EXPECT_FALSE(PtFromPersistence(PtToPersistence(QDateTime())).isValid());
+}
+
+TEST(Time, FiletimeConvertsFromWindowsEpoch)
+{
+  struct {
+    PtU64 mFiletime;
+    const char* mUtc;
+  } lCases[] = {
+    {116444736000000000ull, "1970-01-01T00:00:00.000Z"},
+    {132223104000000000ull, "2020-01-01T00:00:00.000Z"},
+    {132223104001234567ull, "2020-01-01T00:00:00.123Z"},
+    {0ull, "1601-01-01T00:00:00.000Z"},
+  };
+  for (const auto& c : lCases) {
+    EXPECT_EQ(PtFromFiletime(c.mFiletime).toUTC().toString(Qt::ISODateWithMs), QString::fromLatin1(c.mUtc));
+  }
+}
+
+TEST(Time, ElapsedTimeReadsAsHoursMinutesSeconds)
+{
+  struct {
+    PtU32 mMs;
+    const char* mText;
+  } lCases[] = {{0, "0:00:00"},       {999, "0:00:00"},          {61000, "0:01:01"},
+                {3599999, "0:59:59"}, {108000000, "30:00:00"}, {0xFFFFFFFFu, "1193:02:47"}};
+  for (const auto& c : lCases) {
+    EXPECT_EQ(PtToElapsedTimeString(c.mMs), QString::fromLatin1(c.mText)) << c.mMs;
+  }
+}
+
+TEST(File, ShortReadThrowsNamingTheFile)
+{
+  QTemporaryFile lTemp;
+  ASSERT_TRUE(lTemp.open());
+  lTemp.write("abc", 3);
+  lTemp.close();
+
+  PtFile lFile(lTemp.fileName());
+  lFile.OpenOrThrow(QIODevice::ReadOnly);
+  char lBuf[4] = {};
+  lFile.Read(lBuf, 2);
+  EXPECT_EQ(QByteArray(lBuf, 2), QByteArray("ab"));
+  try {
+    lFile.Read(lBuf, 4);
+    FAIL();
+  } catch (const std::runtime_error& e) {
+    EXPECT_NE(QString::fromUtf8(e.what()).indexOf(lTemp.fileName()), -1);
+  }
+
+  PtFile lMissing(PxTest::ScratchDir() + QStringLiteral("/no/such/file"));
+  EXPECT_THROW(lMissing.OpenOrThrow(QIODevice::ReadOnly), std::runtime_error);
+}
+} // namespace

@@ -1,0 +1,20 @@
+file(REMOVE_RECURSE "${WORK_DIR}")
+set(lPrefix "${WORK_DIR}/prefix")
+
+function(run)
+  execute_process(COMMAND ${ARGN} RESULT_VARIABLE lResult OUTPUT_VARIABLE lOut ERROR_VARIABLE lOut)
+  if(NOT lResult EQUAL 0)
+    message(FATAL_ERROR "Failed (${lResult}): ${ARGN}\n${lOut}")
+  endif()
+  message(STATUS "${lOut}")
+endfunction()
+
+run(${CMAKE_COMMAND} --install "${BUILD_DIR}" --prefix "${lPrefix}")
+set(lFlags "")
+if(SANITIZE)
+  set(lFlags "-DCMAKE_CXX_FLAGS=-fsanitize=address,undefined" "-DCMAKE_EXE_LINKER_FLAGS=-fsanitize=address,undefined")
+endif()
+run(${CMAKE_COMMAND} -S "${CONSUMER_DIR}" -B "${WORK_DIR}/build" -G "${GENERATOR}"
+    "-DCMAKE_CXX_COMPILER=${CXX}" "-DCMAKE_PREFIX_PATH=${lPrefix}" ${lFlags})
+run(${CMAKE_COMMAND} --build "${WORK_DIR}/build")
+run("${WORK_DIR}/build/consumer")
