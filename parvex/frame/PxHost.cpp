@@ -1,0 +1,6 @@
+#include "PxHost.h"
+
+PxHost::PxHost(QWidget* aParent)
+  : QMainWindow(aParent, Qt::WindowFlags())
+{
+}

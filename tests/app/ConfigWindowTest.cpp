@@ -1,0 +1,107 @@
+#include "ConfigWindow.h"
+#include "PxEntry.h"
+#include "PxTest.h"
+
+#include <QAction>
+#include <QDir>
+#include <QMenu>
+#include <QMenuBar>
+#include <QSettings>
+#include <QSignalSpy>
+#include <QStatusBar>
+#include <QToolBar>
+#include <gtest/gtest.h>
+
+namespace
+{
+QStringList MenuTitles(QMainWindow& aWindow)
+{
+  QStringList lTitles;
+  for (QAction* a : aWindow.menuBar()->actions()) {
+    lTitles << a->text();
+  }
+  return lTitles;
+}
+
+TEST(ConfigWindow, LibraryMenusAndActionsLandWhereUsersLookForThem)
+{
+  ConfigWindow lWindow;
+  ASSERT_TRUE(PxInit(&lWindow));
+  QMenu* lDevice = lWindow.AddMenu(QStringLiteral("&Device"));
+  ASSERT_NE(lDevice, nullptr);
+  EXPECT_EQ(MenuTitles(lWindow), (QStringList{"&File", "&Device", "&Settings", "&Help"}));
+
+  auto* lSave = new QAction(QStringLiteral("Save configuration..."), &lWindow);
+  lWindow.AddFileAction(lSave);
+  const QList<QAction*> lFile = lWindow.menuBar()->actions().first()->menu()->actions();
+  EXPECT_EQ(lFile.first(), lSave);
+  EXPECT_EQ(lFile.last()->text(), QStringLiteral("&Quit")) << "Quit stays last";
+
+  auto* lApply = new QAction(QIcon(QStringLiteral(":/icons/Apply.png")), QStringLiteral("Apply"), &lWindow);
+  lWindow.AddToolBarAction(lApply);
+  EXPECT_TRUE(lWindow.findChild<QToolBar*>()->actions().contains(lApply));
+
+  QObject* lContext = lWindow.CreateDeviceContext();
+  EXPECT_NE(lContext, nullptr);
+  delete lContext; // the device UI deletes it at disconnect; the status bar must survive that
+
+  lWindow.SetDeviceTitle(QStringLiteral("PX-16 #1234"));
+  EXPECT_TRUE(lWindow.windowTitle().startsWith(QStringLiteral("PX-16 #1234")));
+  lWindow.SetDeviceTitle(QString());
+  EXPECT_EQ(lWindow.windowTitle(), QStringLiteral("Parvex Configuration"));
+  PxShutdown();
+}
+
+TEST(ConfigWindow, TicksSteadilyAndClosingCanBeVetoed)
+{
+  ConfigWindow lWindow;
+  lWindow.show();
+  QSignalSpy lTicks(&lWindow, &PxHost::Tick);
+  ASSERT_TRUE(lTicks.wait(PxTest::WAIT_MS));
+
+  bool lVeto = true;
+  int lAsked = 0;
+  QObject::connect(&lWindow, &PxHost::QuitRequested, [&](bool& aAccept) {
+    ++lAsked;
+    if (lVeto) {
+      aAccept = false;
+    }
+  });
+  EXPECT_FALSE(lWindow.close());
+  EXPECT_TRUE(lWindow.isVisible());
+  lVeto = false;
+  EXPECT_TRUE(lWindow.close());
+  EXPECT_EQ(lAsked, 2);
+}
+
+TEST(ConfigWindow, GeometryIsKeptBetweenRuns)
+{
+  QSettings().remove(QStringLiteral("MainWindow"));
+  {
+    ConfigWindow lWindow;
+    lWindow.RestoreWindowSettings();
+    lWindow.show();
+    lWindow.setGeometry(40, 50, 777, 555);
+    ASSERT_TRUE(lWindow.close());
+  }
+  ConfigWindow lAgain;
+  lAgain.RestoreWindowSettings();
+  EXPECT_EQ(lAgain.size(), QSize(777, 555));
+}
+
+TEST(Gallery, MainWindow)
+{
+  ConfigWindow lWindow;
+  ASSERT_TRUE(PxInit(&lWindow));
+  lWindow.AddMenu(QStringLiteral("&Device"));
+  lWindow.AddToolBarAction(new QAction(QIcon(QStringLiteral(":/icons/Connect.png")), QStringLiteral("Connect"), &lWindow));
+  lWindow.AddToolBarAction(new QAction(QIcon(QStringLiteral(":/icons/Apply.png")), QStringLiteral("Apply"), &lWindow));
+  lWindow.AddToolBarAction(new QAction(QIcon(QStringLiteral(":/icons/Undo.png")), QStringLiteral("Undo"), &lWindow));
+  delete lWindow.CreateDeviceContext();
+  lWindow.resize(800, 500);
+  lWindow.show();
+  QDir().mkpath(QStringLiteral(PX_GALLERY_DIR));
+  EXPECT_TRUE(lWindow.grab().save(QStringLiteral(PX_GALLERY_DIR "/main-window.png")));
+  PxShutdown();
+}
+} // namespace
