@@ -18,7 +18,7 @@ function(px_add_test aName)
     PROPERTIES
       LABELS "${A_LABEL}"
       TIMEOUT ${PARVEX_TEST_TIMEOUT}
-      ENVIRONMENT "QT_QPA_PLATFORM=offscreen;ASAN_OPTIONS=detect_leaks=0:abort_on_error=0;UBSAN_OPTIONS=print_stacktrace=1")
+      ENVIRONMENT "QT_QPA_PLATFORM=offscreen;UBSAN_OPTIONS=print_stacktrace=1")
 endfunction()
 
 # Adds every direct sub-folder of the current source folder that has a CMakeLists.txt, so that a
