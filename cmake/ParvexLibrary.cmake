@@ -1,3 +1,19 @@
+# With globbed sources a new header reaches the moc only through a re-configure, and the moc step
+# does not notice a longer file list on its own. When the list changes, drop the moc step's stamp
+# so the next build runs it, and a new Q_OBJECT class never links without its meta-object.
+function(px_refresh_moc_on_new_sources aTarget aSources)
+  string(MD5 lListHash "${aSources}")
+  set(lHashFile "${CMAKE_CURRENT_BINARY_DIR}/${aTarget}_sources.md5")
+  set(lOldHash "")
+  if(EXISTS "${lHashFile}")
+    file(READ "${lHashFile}" lOldHash)
+  endif()
+  if(NOT lOldHash STREQUAL lListHash)
+    file(REMOVE "${CMAKE_CURRENT_BINARY_DIR}/${aTarget}_autogen/timestamp")
+    file(WRITE "${lHashFile}" "${lListHash}")
+  endif()
+endfunction()
+
 # px_add_shared_library(<target> EXPORT_MACRO <prefix> UMBRELLA <Name.h> FOLDERS <dir>... [LIBS <lib>...])
 #
 # Builds one of the product's shared libraries from every source in the given subsystem folders.
@@ -32,19 +48,7 @@ function(px_add_shared_library aTarget)
     "$<BUILD_INTERFACE:${CMAKE_CURRENT_BINARY_DIR}/include>"
     "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/${A_INSTALL_SUBDIR}>")
   target_link_libraries(${aTarget} PUBLIC ${A_LIBS} PRIVATE ${A_PRIVATE_LIBS})
-  # With globbed sources a new header reaches the moc only through a re-configure, and the moc step
-  # does not notice a longer file list on its own. When the list changes, drop the moc step's stamp
-  # so the next build runs it, and a new Q_OBJECT class never links without its meta-object.
-  string(MD5 lListHash "${lSources}")
-  set(lHashFile "${CMAKE_CURRENT_BINARY_DIR}/${aTarget}_sources.md5")
-  set(lOldHash "")
-  if(EXISTS "${lHashFile}")
-    file(READ "${lHashFile}" lOldHash)
-  endif()
-  if(NOT lOldHash STREQUAL lListHash)
-    file(REMOVE "${CMAKE_CURRENT_BINARY_DIR}/${aTarget}_autogen/timestamp")
-    file(WRITE "${lHashFile}" "${lListHash}")
-  endif()
+  px_refresh_moc_on_new_sources(${aTarget} "${lSources}")
 
   include(GenerateExportHeader)
   string(TOLOWER "${aTarget}" lLower)

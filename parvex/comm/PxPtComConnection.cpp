@@ -1,0 +1,6 @@
+#include "PxPtComConnection.h"
+
+PxPtComConnection::PxPtComConnection(QObject* aParent)
+  : PxConnection(aParent)
+{
+}

@@ -1,0 +1,200 @@
+#include "PtException.h"
+#include "PxConnection.h"
+#include "PxTest.h"
+#include "PxTestBytes.h"
+#include "PxTestTransport.h"
+
+#include <QSignalSpy>
+#include <gtest/gtest.h>
+
+namespace
+{
+int sCreated = 0;
+PxConnection* CreateA()
+{
+  ++sCreated;
+  auto* c = new PxTestTransport;
+  c->setObjectName(QStringLiteral("A"));
+  return c;
+}
+PxConnection* CreateB()
+{
+  ++sCreated;
+  auto* c = new PxTestTransport;
+  c->setObjectName(QStringLiteral("B"));
+  return c;
+}
+PxConnectionWidget* NoWidget(QWidget*)
+{
+  return nullptr;
+}
+QStringList ListTwo()
+{
+  return {QStringLiteral("sensor-1"), QStringLiteral("sensor-2")};
+}
+PxSerialPortListener* ListenerOne(PtModbus*, QTableWidget*)
+{
+  return reinterpret_cast<PxSerialPortListener*>(1);
+}
+PxSerialPortListener* ListenerTwo(PtModbus*, QTableWidget*)
+{
+  return reinterpret_cast<PxSerialPortListener*>(2);
+}
+
+TEST(ConnectionRegistry, LookupsTakeTheFirstRegistrationAndUnknownNamesGiveNothing)
+{
+  PxConnection::sTypes.clear();
+  PxConnection::RegisterType(QStringLiteral("tcp"), QStringLiteral("TCP/IP"), CreateA, NoWidget, ListTwo);
+  PxConnection::RegisterType(QStringLiteral("tcp"), QStringLiteral("again"), CreateB, NoWidget, nullptr);
+  PxConnection::RegisterType(QStringLiteral("usb"), QStringLiteral("USB"), CreateB, NoWidget, nullptr);
+
+  sCreated = 0;
+  EXPECT_EQ(PxConnection::CreateConnection(QStringLiteral("serial")), nullptr);
+  EXPECT_EQ(sCreated, 0) << "an unknown name must create nothing";
+  std::unique_ptr<PxConnection> lTcp(PxConnection::CreateConnection(QStringLiteral("tcp")));
+  ASSERT_NE(lTcp, nullptr);
+  EXPECT_EQ(lTcp->objectName(), QStringLiteral("A"));
+
+  EXPECT_EQ(PxConnection::ListDevices(QStringLiteral("tcp")), ListTwo());
+  EXPECT_TRUE(PxConnection::ListDevices(QStringLiteral("usb")).isEmpty()) << "no lister, no devices";
+  EXPECT_TRUE(PxConnection::ListDevices(QStringLiteral("nope")).isEmpty());
+  PxConnection::sTypes.clear();
+
+  PxConnection::RegisterSerialListener(7, ListenerOne);
+  PxConnection::RegisterSerialListener(7, ListenerTwo);
+  EXPECT_EQ(PxConnection::CreateSerialPortListener(7, nullptr, nullptr), reinterpret_cast<PxSerialPortListener*>(1));
+  EXPECT_EQ(PxConnection::CreateSerialPortListener(8, nullptr, nullptr), nullptr);
+  PxConnection::sSerialConnections.clear();
+}
+
+TEST(ConnectionRegistryDeathTest, NullCreatorsStopAtTheirLine)
+{
+  EXPECT_DEATH(PxConnection::RegisterType(QStringLiteral("x"), QString(), nullptr, NoWidget, nullptr),
+               "aConnectionCreator, file PxConnection, line 95");
+  EXPECT_DEATH(PxConnection::RegisterType(QStringLiteral("x"), QString(), CreateA, nullptr, nullptr),
+               "aWidgetCreator, file PxConnection, line 96");
+  EXPECT_DEATH(PxConnection::RegisterSerialListener(1, nullptr), "aSerialPortListener, file PxConnection, line 186");
+}
+
+TEST(Connection, CommunicationErrorPacksBothCodes)
+{
+  struct {
+    unsigned short mLow, mHigh;
+    unsigned int mCode;
+  } lCases[] = {{5, 2, 131077}, {0, 0, 0}, {0xFFFF, 0xFFFF, 0xFFFFFFFFu}, {1, 0, 1}};
+  for (const auto& c : lCases) {
+    try {
+      PxConnection::PtCommunicationError(c.mLow, c.mHigh);
+      FAIL();
+    } catch (const PxConnection::Exception& e) {
+      unsigned int lCode = 0;
+      QString lText;
+      PtExtractException(e, &lCode, &lText);
+      EXPECT_EQ(lCode, c.mCode);
+      EXPECT_EQ(lText, QStringLiteral("Communication error"));
+    }
+  }
+  PxTestTransport lTransport;
+  EXPECT_FALSE(lTransport.IsLimitedMode());
+}
+
+// --- the request/answer discipline ---------------------------------------------------------------
+
+unsigned int CodeOf(const std::function<void()>& aCall)
+{
+  try {
+    aCall();
+  } catch (const std::exception& e) {
+    unsigned int lCode = 0;
+    PtExtractException(e, &lCode, nullptr);
+    return lCode;
+  }
+  ADD_FAILURE() << "no exception";
+  return 0;
+}
+
+TEST(ControlConnection, EmptyRequestIsAnEightByteMessage)
+{
+  PxTestTransport lLink;
+  lLink.StartRequest(0x1234);
+  lLink.SendRequest();
+  ASSERT_EQ(lLink.Written().size(), 1u);
+  EXPECT_EQ(lLink.Written()[0], QByteArray(PxTestBytes().RequestHeader(2, 0x1234, 0)));
+  EXPECT_EQ(lLink.LastRequest(), 0x1234);
+}
+
+TEST(ControlConnection, AnswerOutcomesDecideWhetherTheLinkSurvives)
+{
+  struct Case {
+    const char* mName;
+    QByteArray mAnswer;
+    unsigned int mCode;      // 0 = success
+    bool mDisconnects;
+    bool mKeepsRequest;
+  };
+  const Case lCases[] = {
+    {"success", PxTestBytes().AnswerHeader(2, 0, 12, 9).ElementHeader(1, 1, 4).U32(7), 0, false, false},
+    {"device code 3 keeps the link", PxTestBytes().AnswerHeader(2, 3, 0, 9), 3, false, true},
+    {"device code 999 keeps the link", PxTestBytes().AnswerHeader(2, 999, 0, 9), 999, false, true},
+    {"device code 1000 drops it", PxTestBytes().AnswerHeader(2, 1000, 0, 9), 1000, true, true},
+    {"answer to another request", PxTestBytes().AnswerHeader(2, 0, 0, 10), 1000, true, true},
+    {"other protocol", PxTestBytes().AnswerHeader(3, 0, 0, 9), 1000, true, true},
+    {"size below header", PxTestBytes().U16(2).U16(0).U32(4).U16(9).Zeros(6), 1004, true, true},
+    {"silent device", PxTestBytes().U16(2).U16(0), 1, true, true},
+  };
+  for (const Case& c : lCases) {
+    SCOPED_TRACE(c.mName);
+    PxTestTransport lLink;
+    QSignalSpy lLost(&lLink, &PxConnection::Disconnected);
+    lLink.StartRequest(9);
+    lLink.SendRequest();
+    lLink.Queue(c.mAnswer);
+    if (c.mCode == 0) {
+      PxProtocolReader* lReader = lLink.ReadAnswer();
+      ASSERT_EQ(lReader, &lLink.Reader());
+      ASSERT_TRUE(lReader->Advance());
+      EXPECT_EQ(lReader->Id(), 1);
+    } else {
+      EXPECT_EQ(CodeOf([&] { lLink.ReadAnswer(); }), c.mCode);
+    }
+    EXPECT_EQ(lLink.DisconnectCount(), c.mDisconnects ? 1 : 0);
+    EXPECT_EQ(lLost.count(), c.mDisconnects ? 1 : 0);
+    EXPECT_EQ(lLink.Connected(), !c.mDisconnects);
+    EXPECT_EQ(lLink.LastRequest(), c.mKeepsRequest ? 9 : 0);
+  }
+}
+
+TEST(ControlConnection, AfterADeviceErrorTheNextAnswerIsStillInStep)
+{
+  PxTestTransport lLink;
+  lLink.StartRequest(4);
+  lLink.SendRequest();
+  lLink.Queue(PxTestBytes().AnswerHeader(2, 5, 8, 4).ElementHeader(1, 0, 4));
+  EXPECT_EQ(CodeOf([&] { lLink.ReadAnswer(); }), 5u);
+  EXPECT_EQ(lLink.Pending(), 0) << "the error answer's payload is consumed";
+  lLink.Queue(PxTestBytes().AnswerHeader(2, 0, 0, 4));
+  EXPECT_NO_THROW(lLink.ReadAnswer());
+  EXPECT_EQ(lLink.LastRequest(), 0);
+}
+
+TEST(ControlConnection, FailedWriteDisconnectsAndKeepsThePreviousState)
+{
+  PxTestTransport lLink;
+  lLink.FailNextWrite();
+  lLink.StartRequest(6);
+  EXPECT_EQ(CodeOf([&] { lLink.SendRequest(); }), 2u);
+  EXPECT_EQ(lLink.DisconnectCount(), 1);
+  EXPECT_EQ(lLink.LastRequest(), PT_COMM_CFGSRV_REQUEST_INVALID);
+}
+
+TEST(ControlConnectionDeathTest, MisuseStopsAtTheCheckedLine)
+{
+  PxTestTransport lIdle;
+  EXPECT_DEATH(lIdle.ReadAnswer(), "mLastRequest != PT_COMM_CFGSRV_REQUEST_INVALID, file PxControlConnection, line 102");
+  PxTestTransport lClosed;
+  lClosed.Disconnect();
+  lClosed.StartRequest(1);
+  EXPECT_DEATH(lClosed.SendRequest(), "Connected\\(\\), file PxControlConnection, line 69");
+  EXPECT_DEATH(lClosed.ReadAnswer(), "Connected\\(\\), file PxControlConnection, line 101");
+}
+} // namespace
