@@ -21,7 +21,8 @@ PtPreferencesDialog::PtPreferencesDialog(QWidget* aParent)
   setWindowTitle(tr("Preferences"));
 
   mTree->setHeaderHidden(true);
-  mTree->setRootIsDecorated(true);
+  // Expand markers only once some page has sub-pages; a flat list stays flush left.
+  mTree->setRootIsDecorated(false);
   mTree->setFixedWidth(170);
   mTree->header()->setStretchLastSection(true);
 
@@ -73,6 +74,7 @@ void PtPreferencesDialog::AddPage(const QString& aParent, const QString& aTitle,
     }
     lItem = new QTreeWidgetItem(lParent, QStringList(aTitle));
     lParent->setExpanded(true);
+    mTree->setRootIsDecorated(true);
   }
   mPages.insert(lItem, aPage);
   mStack->addWidget(aPage);
