@@ -1,7 +1,6 @@
 #include "PtDialog.h"
 
-namespace
-{
+namespace {
 int sActiveCount = 0;
 }
 
@@ -16,7 +15,7 @@ PtDialog::ModalGuard::~ModalGuard()
 }
 
 PtDialog::PtDialog(QWidget* aParent, Qt::WindowFlags aFlags)
-  : QDialog(aParent, aFlags)
+    : QDialog(aParent, aFlags)
 {
 }
 

@@ -14,8 +14,7 @@
 #include <QScrollBar>
 #include <QVBoxLayout>
 
-namespace
-{
+namespace {
 Q_LOGGING_CATEGORY(lcErrors, "parvex.errors")
 
 QList<PtErrorLogForm::Entry>& Log()
@@ -104,11 +103,11 @@ PtErrorLogForm* PtErrorLogForm::Instance()
 }
 
 PtErrorLogForm::PtErrorLogForm(QWidget* aParent)
-  : QWidget(aParent, Qt::Window)
-  , mLog(new QPlainTextEdit(this))
-  , mCopy(new QPushButton(tr("Copy"), this))
-  , mClear(new QPushButton(tr("Clear"), this))
-  , mClose(new QPushButton(tr("Close"), this))
+    : QWidget(aParent, Qt::Window)
+    , mLog(new QPlainTextEdit(this))
+    , mCopy(new QPushButton(tr("Copy"), this))
+    , mClear(new QPushButton(tr("Clear"), this))
+    , mClose(new QPushButton(tr("Close"), this))
 {
   setAttribute(Qt::WA_DeleteOnClose);
   setWindowTitle(tr("Error Log"));

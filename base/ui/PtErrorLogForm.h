@@ -5,6 +5,7 @@
 #include <QDateTime>
 #include <QList>
 #include <QWidget>
+
 #include <exception>
 
 class QPlainTextEdit;
@@ -18,7 +19,8 @@ class PT_EXPORT PtErrorLogForm : public QWidget
   Q_OBJECT
 
 public:
-  struct Entry {
+  struct Entry
+  {
     QDateTime mTime;
     unsigned int mCode = 0; // 0: the error carried no code
     QString mText;

@@ -5,8 +5,7 @@
 
 #include <QFileDialog>
 
-namespace
-{
+namespace {
 // Records the chooser with a script, or runs the real one. A script's cancel gives "".
 template <class F>
 QString Choose(PtModalScript::Kind aKind, const QString& aCaption, const QString& aDirectory, const QString& aFilter,

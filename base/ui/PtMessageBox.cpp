@@ -8,8 +8,7 @@
 #include <QMessageBox>
 #include <QPointer>
 
-namespace
-{
+namespace {
 QString TitleOr(const QString& aTitle)
 {
   return aTitle.isEmpty() ? QGuiApplication::applicationDisplayName() : aTitle;
@@ -61,8 +60,8 @@ void PtMessageBox::ShowWarning(QWidget* aParent, const QString& aText, const QSt
 
 void PtMessageBox::ShowInfo(QWidget* aParent, const QString& aText, const QString& aTitle)
 {
-  Run(PtModalScript::K_INFORMATION, QMessageBox::Information, aParent, aTitle, aText, QMessageBox::Ok,
-      QMessageBox::Ok, QMessageBox::Ok);
+  Run(PtModalScript::K_INFORMATION, QMessageBox::Information, aParent, aTitle, aText, QMessageBox::Ok, QMessageBox::Ok,
+      QMessageBox::Ok);
 }
 
 bool PtMessageBox::Question(QWidget* aParent, const QString& aText, const QString& aTitle)

@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QString>
+
 #include <exception>
 
 class QWidget;

@@ -4,8 +4,7 @@
 
 #include <cstdio>
 
-namespace
-{
+namespace {
 PtModalScript* sActive = nullptr;
 
 bool Fits(PtModalScript::Kind aKind, PtModalScript::Answer::Type aType)
@@ -110,7 +109,8 @@ bool PtModalScript::Intercept(const Interaction& aInteraction, Answer* aAnswer)
   }
   sActive->mInteractions.append(aInteraction);
   *aAnswer = Answer();
-  const bool lOnlyOk = aInteraction.mKind == K_ERROR || aInteraction.mKind == K_WARNING || aInteraction.mKind == K_INFORMATION;
+  const bool lOnlyOk =
+      aInteraction.mKind == K_ERROR || aInteraction.mKind == K_WARNING || aInteraction.mKind == K_INFORMATION;
   if (lOnlyOk || sActive->mAnswers.isEmpty()) {
     return true;
   }

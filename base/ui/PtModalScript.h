@@ -5,6 +5,7 @@
 #include <QList>
 #include <QString>
 #include <QStringList>
+
 #include <functional>
 
 class QDialog;
@@ -42,7 +43,8 @@ public:
   // What one interaction asked. For prompts mText is the prompt's label, for choosers the start
   // directory or file, for dialogs the dialog's class name. mOptions lists the radio items of a
   // radio prompt and the filters of a file chooser.
-  struct Interaction {
+  struct Interaction
+  {
     Kind mKind = K_DIALOG;
     QString mTitle;
     QString mText;
@@ -53,7 +55,8 @@ public:
   // still open when the action returns is closed as if the user had pressed Escape.
   using Action = std::function<void(QDialog* aDialog)>;
 
-  struct Answer {
+  struct Answer
+  {
     enum Type : int { A_BUTTON, A_TEXT, A_VALUE, A_CANCEL, A_ACTION };
     Type mType = A_CANCEL;
     int mButton = 0;

@@ -12,11 +12,11 @@
 #include <QVBoxLayout>
 
 PtPreferencesDialog::PtPreferencesDialog(QWidget* aParent)
-  : PtDialog(aParent)
-  , mTree(new QTreeWidget(this))
-  , mHeader(new QLabel(this))
-  , mStack(new QStackedWidget(this))
-  , mButtons(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this))
+    : PtDialog(aParent)
+    , mTree(new QTreeWidget(this))
+    , mHeader(new QLabel(this))
+    , mStack(new QStackedWidget(this))
+    , mButtons(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this))
 {
   setWindowTitle(tr("Preferences"));
 

@@ -9,10 +9,10 @@
 #include <QVBoxLayout>
 
 PtRadioPrompt::PtRadioPrompt(QWidget* aParent, const QString& aTitle, const QString& aPrompt)
-  : PtDialog(aParent)
-  , mPrompt(new QLabel(aPrompt, this))
-  , mItemLayout(new QVBoxLayout())
-  , mGroup(new QButtonGroup(this))
+    : PtDialog(aParent)
+    , mPrompt(new QLabel(aPrompt, this))
+    , mItemLayout(new QVBoxLayout())
+    , mGroup(new QButtonGroup(this))
 {
   setWindowTitle(aTitle);
   // Short prompts stay on one line; long ones wrap instead of making a very wide box.

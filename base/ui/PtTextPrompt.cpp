@@ -8,9 +8,9 @@
 #include <QVBoxLayout>
 
 PtTextPrompt::PtTextPrompt(QWidget* aParent, const QString& aTitle, const QString& aLabel, const QString& aText)
-  : PtDialog(aParent)
-  , mLabel(new QLabel(aLabel, this))
-  , mEdit(new QLineEdit(aText, this))
+    : PtDialog(aParent)
+    , mLabel(new QLabel(aLabel, this))
+    , mEdit(new QLineEdit(aText, this))
 {
   setWindowTitle(aTitle);
   mLabel->setBuddy(mEdit);

@@ -1,7 +1,6 @@
 // The "Units" page of the preferences dialog.
-#include "PxUnits.h"
-
 #include "PtPreferencesDialog.h"
+#include "PxUnits.h"
 
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -9,8 +8,7 @@
 #include <QSettings>
 #include <QVBoxLayout>
 
-namespace
-{
+namespace {
 QRadioButton* AddChoice(QGroupBox* aBox, const QString& aText, bool aChecked)
 {
   auto* lButton = new QRadioButton(aText, aBox);

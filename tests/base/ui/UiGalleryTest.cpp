@@ -11,10 +11,10 @@
 #include <QDir>
 #include <QPixmap>
 #include <QTimer>
+
 #include <gtest/gtest.h>
 
-namespace
-{
+namespace {
 QString GalleryFile(const char* aName)
 {
   QDir().mkpath(QStringLiteral(PX_GALLERY_DIR));

@@ -20,6 +20,7 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
+
 #include <functional>
 #include <gtest/gtest.h>
 
@@ -29,8 +30,7 @@ void PrintTo(const QString& aText, std::ostream* aStream)
   *aStream << '"' << aText.toStdString() << '"';
 }
 
-namespace
-{
+namespace {
 // Acts on the modal window as soon as its event loop runs: the way a user would answer a real,
 // unscripted box. Gives up after the project-wide wait so a missing window fails the test.
 void WhenModal(std::function<void(QWidget*)> aAction)
@@ -52,7 +52,8 @@ void WhenModal(std::function<void(QWidget*)> aAction)
   lTimer->start();
 }
 
-template <class T> T* FindByText(QWidget* aRoot, const QString& aText)
+template <class T>
+T* FindByText(QWidget* aRoot, const QString& aText)
 {
   for (T* lChild : aRoot->findChildren<T*>()) {
     if (lChild->text().remove(QLatin1Char('&')) == aText) {
@@ -75,20 +76,23 @@ TEST(ModalScript, QueuedAnswersAreTakenInOrderAndEveryInteractionIsReadBack)
   // An error box in between has only OK and must not eat the next answer.
   PtMessageBox::ShowError(nullptr, QStringLiteral("Timeout"), QStringLiteral("Sensor"));
   QString lComment;
-  EXPECT_TRUE(PtTextPrompt::Ask(nullptr, QStringLiteral("Enter comment"), QStringLiteral("Comment (optional):"), &lComment));
+  EXPECT_TRUE(
+      PtTextPrompt::Ask(nullptr, QStringLiteral("Enter comment"), QStringLiteral("Comment (optional):"), &lComment));
   EXPECT_EQ(lComment, QStringLiteral("first light"));
   PtRadioPrompt lRadio(nullptr, QStringLiteral("Guides"), QStringLiteral("Pick one:"));
   lRadio.AddItem(QStringLiteral("A"), 10);
   lRadio.AddItem(QStringLiteral("B"), 20);
   EXPECT_EQ(lRadio.exec(), QDialog::Accepted);
   EXPECT_EQ(lRadio.Value(), 20);
-  EXPECT_EQ(PtFileChooser::OpenFile(nullptr, QString(), QStringLiteral("/tmp"), QStringLiteral("Configuration Files (*.pto);;All Files (*.*)")),
+  EXPECT_EQ(PtFileChooser::OpenFile(nullptr, QString(), QStringLiteral("/tmp"),
+                                    QStringLiteral("Configuration Files (*.pto);;All Files (*.*)")),
             QStringLiteral("/tmp/a.pto"));
   PtMessageBox::ShowInfo(nullptr, QStringLiteral("Done."));
   EXPECT_FALSE(PtMessageBox::Question(nullptr, QStringLiteral("Quit?")));
   EXPECT_EQ(lScript.Pending(), 0);
 
-  struct Expected {
+  struct Expected
+  {
     PtModalScript::Kind mKind;
     const char* mTitle;
     const char* mText;
@@ -96,13 +100,16 @@ TEST(ModalScript, QueuedAnswersAreTakenInOrderAndEveryInteractionIsReadBack)
   };
   const QString lApp = QGuiApplication::applicationDisplayName();
   const Expected lExpected[] = {
-    {PtModalScript::K_QUESTION, nullptr, "Do you really want to reset?", {}},
-    {PtModalScript::K_ERROR, "Sensor", "Timeout", {}},
-    {PtModalScript::K_TEXT_PROMPT, "Enter comment", "Comment (optional):", {}},
-    {PtModalScript::K_RADIO_PROMPT, "Guides", "Pick one:", {QStringLiteral("A"), QStringLiteral("B")}},
-    {PtModalScript::K_OPEN_FILE, "", "/tmp", {QStringLiteral("Configuration Files (*.pto)"), QStringLiteral("All Files (*.*)")}},
-    {PtModalScript::K_INFORMATION, nullptr, "Done.", {}},
-    {PtModalScript::K_QUESTION, nullptr, "Quit?", {}},
+      {PtModalScript::K_QUESTION, nullptr, "Do you really want to reset?", {}},
+      {PtModalScript::K_ERROR, "Sensor", "Timeout", {}},
+      {PtModalScript::K_TEXT_PROMPT, "Enter comment", "Comment (optional):", {}},
+      {PtModalScript::K_RADIO_PROMPT, "Guides", "Pick one:", {QStringLiteral("A"), QStringLiteral("B")}},
+      {PtModalScript::K_OPEN_FILE,
+       "",
+       "/tmp",
+       {QStringLiteral("Configuration Files (*.pto)"), QStringLiteral("All Files (*.*)")}},
+      {PtModalScript::K_INFORMATION, nullptr, "Done.", {}},
+      {PtModalScript::K_QUESTION, nullptr, "Quit?", {}},
   };
   ASSERT_EQ(lScript.Interactions().size(), int(std::size(lExpected)));
   for (int i = 0; i < lScript.Interactions().size(); ++i) {
@@ -155,17 +162,18 @@ TEST(ModalScript, QueuedCancelAnswersNoAndEmpty)
 TEST(ModalScriptDeathTest, AnAnswerOfTheWrongKindStopsTheTest)
 {
   EXPECT_DEATH(
-    {
-      PtModalScript lScript;
-      lScript.Queue(QStringLiteral("a text"));
-      PtMessageBox::Question(nullptr, QStringLiteral("Continue?"));
-    },
-    "cannot answer the question \"Continue\\?\"");
+      {
+        PtModalScript lScript;
+        lScript.Queue(QStringLiteral("a text"));
+        PtMessageBox::Question(nullptr, QStringLiteral("Continue?"));
+      },
+      "cannot answer the question \"Continue\\?\"");
 }
 
 TEST(MessageBox, RealQuestionFollowsDesktopKeysAndCountsAsModal)
 {
-  struct Case {
+  struct Case
+  {
     const char* mName;
     int mKey;
     bool mExpected;
@@ -250,7 +258,8 @@ TEST(Dialog, ScriptedActionRunsOnTheShownDialogAndCounts)
 
 TEST(RadioPrompt, ReturnsTheValueOfTheItemTheUserPicked)
 {
-  PtRadioPrompt lPrompt(nullptr, QStringLiteral("Guide"), QStringLiteral("Please select the document you want to display:"));
+  PtRadioPrompt lPrompt(nullptr, QStringLiteral("Guide"),
+                        QStringLiteral("Please select the document you want to display:"));
   EXPECT_EQ(lPrompt.Value(), -1);
   lPrompt.AddItem(QStringLiteral("Guide A"), 0);
   lPrompt.AddItem(QStringLiteral("Guide B"), 5);
@@ -279,14 +288,16 @@ TEST(TextPrompt, OkReturnsTheTypedTextAndCancelKeepsTheOld)
     QTest::keyClicks(aPrompt->focusWidget(), QStringLiteral(" and new"));
     QTest::keyClick(aPrompt->focusWidget(), Qt::Key_Return);
   });
-  EXPECT_TRUE(PtTextPrompt::Ask(nullptr, QStringLiteral("Enter comment"), QStringLiteral("Comment (optional):"), &lText));
+  EXPECT_TRUE(
+      PtTextPrompt::Ask(nullptr, QStringLiteral("Enter comment"), QStringLiteral("Comment (optional):"), &lText));
   EXPECT_EQ(lText, QStringLiteral("old and new"));
 
   WhenModal([](QWidget* aPrompt) {
     QTest::keyClicks(aPrompt->focusWidget(), QStringLiteral("lost"));
     QTest::keyClick(aPrompt, Qt::Key_Escape);
   });
-  EXPECT_FALSE(PtTextPrompt::Ask(nullptr, QStringLiteral("Enter comment"), QStringLiteral("Comment (optional):"), &lText));
+  EXPECT_FALSE(
+      PtTextPrompt::Ask(nullptr, QStringLiteral("Enter comment"), QStringLiteral("Comment (optional):"), &lText));
   EXPECT_EQ(lText, QStringLiteral("old and new"));
 }
 
@@ -294,12 +305,12 @@ TEST(PreferencesDialog, OpenComesBeforeShowingAndClosedTellsOkFromCancel)
 {
   QObject lReceiver; // ends the connection to the process-wide signaler with the test
   QList<bool> lVisibleAtOpen;
-  QObject::connect(PtPreferencesDialog::Signaler(), &PtPreferencesSignaler::Open, &lReceiver,
-                   [&](PtPreferencesDialog* aDialog) {
-                     lVisibleAtOpen.append(aDialog->isVisible());
-                     aDialog->AddPage(QString(), QStringLiteral("Display"), new QLabel(QStringLiteral("display")));
-                     aDialog->AddPage(QStringLiteral("Display"), QStringLiteral("Colours"), new QLabel(QStringLiteral("c")));
-                   });
+  QObject::connect(
+      PtPreferencesDialog::Signaler(), &PtPreferencesSignaler::Open, &lReceiver, [&](PtPreferencesDialog* aDialog) {
+        lVisibleAtOpen.append(aDialog->isVisible());
+        aDialog->AddPage(QString(), QStringLiteral("Display"), new QLabel(QStringLiteral("display")));
+        aDialog->AddPage(QStringLiteral("Display"), QStringLiteral("Colours"), new QLabel(QStringLiteral("c")));
+      });
 
   PtPreferencesDialog lDialog;
   QSignalSpy lClosed(&lDialog, &PtPreferencesDialog::Closed);

@@ -5,10 +5,10 @@
 
 #include <QDir>
 #include <QPixmap>
+
 #include <gtest/gtest.h>
 
-namespace
-{
+namespace {
 TEST(UnitsGallery, PreferencesDialogWithUnitsPage)
 {
   PxUnits::Initialize();

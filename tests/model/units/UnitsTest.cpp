@@ -10,6 +10,7 @@
 #include <QRadioButton>
 #include <QSettings>
 #include <QSignalSpy>
+
 #include <cmath>
 #include <gtest/gtest.h>
 
@@ -18,8 +19,7 @@ void PrintTo(const QString& aText, std::ostream* aStream)
   *aStream << '"' << aText.toStdString() << '"';
 }
 
-namespace
-{
+namespace {
 QRadioButton* Choice(QWidget* aPage, const QString& aText)
 {
   for (QRadioButton* lButton : aPage->findChildren<QRadioButton*>()) {
@@ -57,12 +57,16 @@ protected:
 
   void TearDown() override { QLocale::setDefault(QLocale::c()); }
 
-  static bool HasSetting(const char* aKey) { return QSettings().contains(QStringLiteral("Units/") + QLatin1String(aKey)); }
+  static bool HasSetting(const char* aKey)
+  {
+    return QSettings().contains(QStringLiteral("Units/") + QLatin1String(aKey));
+  }
 };
 
 TEST_F(Units, FirstStartFollowsTheLocaleAndSavedChoicesWin)
 {
-  struct Case {
+  struct Case
+  {
     const char* mName;
     QLocale mLocale;
     int mSavedDistance; // 0: not saved
@@ -72,11 +76,12 @@ TEST_F(Units, FirstStartFollowsTheLocaleAndSavedChoicesWin)
     const char* mSpeed;
   };
   const Case lCases[] = {
-    {"United States, first start", QLocale(QLocale::English, QLocale::UnitedStates), 0, 0, "ft", "F", "MPH"},
-    {"Germany, first start", QLocale(QLocale::German, QLocale::Germany), 0, 0, "m", "C", "km/h"},
-    {"United Kingdom, first start", QLocale(QLocale::English, QLocale::UnitedKingdom), 0, 0, "m", "C", "km/h"},
-    {"United States, saved metres and Kelvin", QLocale(QLocale::English, QLocale::UnitedStates), 1, 3, "m", "K", "km/h"},
-    {"Germany, only temperature saved", QLocale(QLocale::German, QLocale::Germany), 0, 2, "m", "F", "km/h"},
+      {"United States, first start", QLocale(QLocale::English, QLocale::UnitedStates), 0, 0, "ft", "F", "MPH"},
+      {"Germany, first start", QLocale(QLocale::German, QLocale::Germany), 0, 0, "m", "C", "km/h"},
+      {"United Kingdom, first start", QLocale(QLocale::English, QLocale::UnitedKingdom), 0, 0, "m", "C", "km/h"},
+      {"United States, saved metres and Kelvin", QLocale(QLocale::English, QLocale::UnitedStates), 1, 3, "m", "K",
+       "km/h"},
+      {"Germany, only temperature saved", QLocale(QLocale::German, QLocale::Germany), 0, 2, "m", "F", "km/h"},
   };
   for (const Case& c : lCases) {
     SCOPED_TRACE(c.mName);
@@ -116,7 +121,8 @@ TEST_F(Units, ChangedIsEmittedOnlyForARealChangeWithThePreviousUnit)
 
 TEST_F(Units, ConversionsAndDisplayTexts)
 {
-  struct Case {
+  struct Case
+  {
     const char* mName;
     int mType;
     int mUnit;
@@ -124,13 +130,13 @@ TEST_F(Units, ConversionsAndDisplayTexts)
     double mShown;
   };
   const Case lCases[] = {
-    {"Kelvin keeps the offset 273.0, not 273.15", UT_TEMPERATURE, 3, 0.0, 273.0},
-    {"Fahrenheit boiling point", UT_TEMPERATURE, 2, 100.0, 212.0},
-    {"Celsius as it is", UT_TEMPERATURE, 1, -12.5, -12.5},
-    {"one metre in feet", UT_DISTANCE, 2, 1.0, 3.28084},
-    {"100 km/h in miles per hour", UT_SPEED, 2, 100.0, 62.13712},
-    {"half a turn in degrees", UT_ANGLE, 2, M_PI, 180.0},
-    {"radians as they are", UT_ANGLE, 1, 0.5, 0.5},
+      {"Kelvin keeps the offset 273.0, not 273.15", UT_TEMPERATURE, 3, 0.0, 273.0},
+      {"Fahrenheit boiling point", UT_TEMPERATURE, 2, 100.0, 212.0},
+      {"Celsius as it is", UT_TEMPERATURE, 1, -12.5, -12.5},
+      {"one metre in feet", UT_DISTANCE, 2, 1.0, 3.28084},
+      {"100 km/h in miles per hour", UT_SPEED, 2, 100.0, 62.13712},
+      {"half a turn in degrees", UT_ANGLE, 2, M_PI, 180.0},
+      {"radians as they are", UT_ANGLE, 1, 0.5, 0.5},
   };
   for (const Case& c : lCases) {
     SCOPED_TRACE(c.mName);
@@ -141,7 +147,8 @@ TEST_F(Units, ConversionsAndDisplayTexts)
   }
   EXPECT_EQ(PxUnits::To(UT_NONE, 7.25), 7.25);
 
-  struct FormatCase {
+  struct FormatCase
+  {
     const char* mText;
     int mType;
     int mUnit;
@@ -151,11 +158,11 @@ TEST_F(Units, ConversionsAndDisplayTexts)
     const char* mExpected;
   };
   const FormatCase lFormats[] = {
-    {"%1 ", UT_DISTANCE, 2, 1.0f, 2, false, "3.28 ft"},
-    {"%1 ", UT_DISTANCE, 2, 3.0f, 1, true, "3.0 ft"}, // already in feet: not converted twice
-    {"%1", UT_TEMPERATURE, 3, 0.0f, 0, false, "273K"},
-    {"T = %1 ", UT_TEMPERATURE, 2, 37.0f, 1, false, "T = 98.6 F"},
-    {"%1", UT_NONE, 0, 2.5f, 3, false, "2.500"},
+      {"%1 ", UT_DISTANCE, 2, 1.0f, 2, false, "3.28 ft"},
+      {"%1 ", UT_DISTANCE, 2, 3.0f, 1, true, "3.0 ft"}, // already in feet: not converted twice
+      {"%1", UT_TEMPERATURE, 3, 0.0f, 0, false, "273K"},
+      {"T = %1 ", UT_TEMPERATURE, 2, 37.0f, 1, false, "T = 98.6 F"},
+      {"%1", UT_NONE, 0, 2.5f, 3, false, "2.500"},
   };
   for (const FormatCase& f : lFormats) {
     SCOPED_TRACE(f.mExpected);
@@ -169,7 +176,8 @@ TEST_F(Units, ConversionsAndDisplayTexts)
 
 TEST_F(Units, BadUnitIsReportedYetStoredAndAnnounced)
 {
-  struct Case {
+  struct Case
+  {
     const char* mName;
     int mType;
     int mUnit;
@@ -178,10 +186,10 @@ TEST_F(Units, BadUnitIsReportedYetStoredAndAnnounced)
     const char* mShortNameKept;
   };
   const Case lCases[] = {
-    {"distance", UT_DISTANCE, 7, true, 1, "m"},
-    {"temperature", UT_TEMPERATURE, 4, true, 2, "C"},
-    {"speed", UT_SPEED, 0, true, 3, "km/h"},
-    {"angle is never reported", UT_ANGLE, 9, false, 0, "deg"},
+      {"distance", UT_DISTANCE, 7, true, 1, "m"},
+      {"temperature", UT_TEMPERATURE, 4, true, 2, "C"},
+      {"speed", UT_SPEED, 0, true, 3, "km/h"},
+      {"angle is never reported", UT_ANGLE, 9, false, 0, "deg"},
   };
   for (const Case& c : lCases) {
     SCOPED_TRACE(c.mName);
@@ -226,7 +234,8 @@ TEST_F(Units, BadUnitIsReportedYetStoredAndAnnounced)
 
 TEST_F(Units, PreferencesPageShowsTheCurrentChoice)
 {
-  struct Case {
+  struct Case
+  {
     int mDistance;
     int mTemperature;
     const char* mDistanceChecked;
