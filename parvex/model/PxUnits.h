@@ -4,6 +4,7 @@
 #include "PtAssert.h"
 
 #include <QObject>
+#include <QPointer>
 #include <QString>
 
 class PtPreferencesDialog;
@@ -79,16 +80,17 @@ public Q_SLOTS:
 
 private:
   PxUnits();
-  // Connects to the preferences dialog's signaler, when the base library has one.
+  // Connects to the preferences dialog's signaler, so that every opening gets a "Units" page.
   void ConnectPreferences();
 
   static int sUnits[UT_MAX];
   static Conversion sConversions[UT_MAX];
 
-  // The radio buttons of the open preferences page; null while no page is open.
-  QRadioButton* mMeter = nullptr;
-  QRadioButton* mFoot = nullptr;
-  QRadioButton* mCelsius = nullptr;
-  QRadioButton* mFahrenheit = nullptr;
-  QRadioButton* mKelvin = nullptr;
+  // The radio buttons of the open preferences page. The dialog owns them; they become null by
+  // themselves when it is destroyed.
+  QPointer<QRadioButton> mMeter;
+  QPointer<QRadioButton> mFoot;
+  QPointer<QRadioButton> mCelsius;
+  QPointer<QRadioButton> mFahrenheit;
+  QPointer<QRadioButton> mKelvin;
 };

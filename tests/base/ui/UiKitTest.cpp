@@ -1,0 +1,415 @@
+#include "PtDialog.h"
+#include "PtErrorLogForm.h"
+#include "PtException.h"
+#include "PtFileChooser.h"
+#include "PtMessageBox.h"
+#include "PtModalScript.h"
+#include "PtPreferencesDialog.h"
+#include "PtRadioPrompt.h"
+#include "PtTextPrompt.h"
+#include "PxTest.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QLoggingCategory>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+
+#include <functional>
+#include <gtest/gtest.h>
+
+// Readable failure messages.
+void PrintTo(const QString& aText, std::ostream* aStream)
+{
+  *aStream << '"' << aText.toStdString() << '"';
+}
+
+namespace {
+// Acts on the modal window as soon as its event loop runs: the way a user would answer a real,
+// unscripted box. Gives up after the project-wide wait so a missing window fails the test.
+void WhenModal(std::function<void(QWidget*)> aAction)
+{
+  auto* lTimer = new QTimer(qApp);
+  auto lStarted = std::make_shared<QElapsedTimer>();
+  lStarted->start();
+  lTimer->setInterval(5);
+  QObject::connect(lTimer, &QTimer::timeout, [lTimer, lStarted, aAction] {
+    QWidget* lModal = QApplication::activeModalWidget();
+    if (lModal || lStarted->elapsed() > PxTest::WAIT_MS) {
+      lTimer->stop();
+      lTimer->deleteLater();
+      if (lModal) {
+        aAction(lModal);
+      }
+    }
+  });
+  lTimer->start();
+}
+
+template <class T>
+T* FindByText(QWidget* aRoot, const QString& aText)
+{
+  for (T* lChild : aRoot->findChildren<T*>()) {
+    if (lChild->text().remove(QLatin1Char('&')) == aText) {
+      return lChild;
+    }
+  }
+  return nullptr;
+}
+
+TEST(ModalScript, QueuedAnswersAreTakenInOrderAndEveryInteractionIsReadBack)
+{
+  PtModalScript lScript;
+  lScript.Queue(QMessageBox::Yes);
+  lScript.Queue(QStringLiteral("first light"));
+  lScript.QueueValue(20);
+  lScript.Queue(QStringLiteral("/tmp/a.pto"));
+  lScript.Queue(QMessageBox::No);
+
+  EXPECT_TRUE(PtMessageBox::Question(nullptr, QStringLiteral("Do you really want to reset?")));
+  // An error box in between has only OK and must not eat the next answer.
+  PtMessageBox::ShowError(nullptr, QStringLiteral("Timeout"), QStringLiteral("Sensor"));
+  QString lComment;
+  EXPECT_TRUE(
+      PtTextPrompt::Ask(nullptr, QStringLiteral("Enter comment"), QStringLiteral("Comment (optional):"), &lComment));
+  EXPECT_EQ(lComment, QStringLiteral("first light"));
+  PtRadioPrompt lRadio(nullptr, QStringLiteral("Guides"), QStringLiteral("Pick one:"));
+  lRadio.AddItem(QStringLiteral("A"), 10);
+  lRadio.AddItem(QStringLiteral("B"), 20);
+  EXPECT_EQ(lRadio.exec(), QDialog::Accepted);
+  EXPECT_EQ(lRadio.Value(), 20);
+  EXPECT_EQ(PtFileChooser::OpenFile(nullptr, QString(), QStringLiteral("/tmp"),
+                                    QStringLiteral("Configuration Files (*.pto);;All Files (*.*)")),
+            QStringLiteral("/tmp/a.pto"));
+  PtMessageBox::ShowInfo(nullptr, QStringLiteral("Done."));
+  EXPECT_FALSE(PtMessageBox::Question(nullptr, QStringLiteral("Quit?")));
+  EXPECT_EQ(lScript.Pending(), 0);
+
+  struct Expected
+  {
+    PtModalScript::Kind mKind;
+    const char* mTitle;
+    const char* mText;
+    QStringList mOptions;
+  };
+  const QString lApp = QGuiApplication::applicationDisplayName();
+  const Expected lExpected[] = {
+      {PtModalScript::K_QUESTION, nullptr, "Do you really want to reset?", {}},
+      {PtModalScript::K_ERROR, "Sensor", "Timeout", {}},
+      {PtModalScript::K_TEXT_PROMPT, "Enter comment", "Comment (optional):", {}},
+      {PtModalScript::K_RADIO_PROMPT, "Guides", "Pick one:", {QStringLiteral("A"), QStringLiteral("B")}},
+      {PtModalScript::K_OPEN_FILE,
+       "",
+       "/tmp",
+       {QStringLiteral("Configuration Files (*.pto)"), QStringLiteral("All Files (*.*)")}},
+      {PtModalScript::K_INFORMATION, nullptr, "Done.", {}},
+      {PtModalScript::K_QUESTION, nullptr, "Quit?", {}},
+  };
+  ASSERT_EQ(lScript.Interactions().size(), int(std::size(lExpected)));
+  for (int i = 0; i < lScript.Interactions().size(); ++i) {
+    const PtModalScript::Interaction& lGot = lScript.Interactions().at(i);
+    SCOPED_TRACE(i);
+    EXPECT_EQ(lGot.mKind, lExpected[i].mKind) << PtModalScript::KindName(lGot.mKind).toStdString();
+    // Boxes without a title of their own carry the application's name.
+    EXPECT_EQ(lGot.mTitle, lExpected[i].mTitle ? QString::fromUtf8(lExpected[i].mTitle) : lApp);
+    EXPECT_EQ(lGot.mText, QString::fromUtf8(lExpected[i].mText));
+    EXPECT_EQ(lGot.mOptions, lExpected[i].mOptions);
+  }
+}
+
+TEST(ModalScript, WithNothingQueuedEveryInteractionReturnsItsSafeDefaultAtOnce)
+{
+  PtModalScript lScript;
+  QElapsedTimer lClock;
+  lClock.start();
+
+  EXPECT_FALSE(PtMessageBox::Question(nullptr, QStringLiteral("Overwrite?")));
+  QString lText = QStringLiteral("unchanged");
+  EXPECT_FALSE(PtTextPrompt::Ask(nullptr, QStringLiteral("T"), QStringLiteral("L"), &lText));
+  EXPECT_EQ(lText, QStringLiteral("unchanged"));
+  PtRadioPrompt lRadio(nullptr, QStringLiteral("R"), QStringLiteral("P"));
+  lRadio.AddItem(QStringLiteral("only"), 3);
+  EXPECT_EQ(lRadio.exec(), QDialog::Rejected);
+  EXPECT_TRUE(PtFileChooser::OpenFile(nullptr, QString(), QString(), QString()).isEmpty());
+  EXPECT_TRUE(PtFileChooser::SaveFile(nullptr, QString(), QString(), QString()).isEmpty());
+  EXPECT_TRUE(PtFileChooser::ExistingDirectory(nullptr, QString(), QString()).isEmpty());
+  PtDialog lDialog;
+  EXPECT_EQ(lDialog.exec(), QDialog::Rejected);
+  EXPECT_FALSE(lDialog.isVisible());
+  PtMessageBox::ShowWarning(nullptr, QStringLiteral("w"));
+
+  EXPECT_EQ(lScript.Interactions().size(), 8);
+  EXPECT_EQ(PtDialog::ActiveCount(), 0);
+  EXPECT_LT(lClock.elapsed(), PxTest::WAIT_MS);
+}
+
+TEST(ModalScript, QueuedCancelAnswersNoAndEmpty)
+{
+  PtModalScript lScript;
+  lScript.QueueCancel();
+  lScript.QueueCancel();
+  EXPECT_FALSE(PtMessageBox::Question(nullptr, QStringLiteral("Really?")));
+  EXPECT_TRUE(PtFileChooser::SaveFile(nullptr, QString(), QString(), QString()).isEmpty());
+  EXPECT_EQ(lScript.Pending(), 0);
+}
+
+TEST(ModalScriptDeathTest, AnAnswerOfTheWrongKindStopsTheTest)
+{
+  EXPECT_DEATH(
+      {
+        PtModalScript lScript;
+        lScript.Queue(QStringLiteral("a text"));
+        PtMessageBox::Question(nullptr, QStringLiteral("Continue?"));
+      },
+      "cannot answer the question \"Continue\\?\"");
+}
+
+TEST(MessageBox, RealQuestionFollowsDesktopKeysAndCountsAsModal)
+{
+  struct Case
+  {
+    const char* mName;
+    int mKey;
+    bool mExpected;
+  };
+  const Case lCases[] = {{"Escape answers no", Qt::Key_Escape, false}, {"Enter answers yes", Qt::Key_Return, true}};
+  for (const Case& c : lCases) {
+    SCOPED_TRACE(c.mName);
+    QWidget lHost;
+    int lCountWhileOpen = -1;
+    QWidget* lBoxParent = nullptr;
+    WhenModal([&](QWidget* aBox) {
+      lCountWhileOpen = PtDialog::ActiveCount();
+      lBoxParent = aBox->parentWidget();
+      QTest::keyClick(aBox, static_cast<Qt::Key>(c.mKey));
+    });
+    EXPECT_EQ(PtMessageBox::Question(&lHost, QStringLiteral("Do you really want to disconnect?")), c.mExpected);
+    EXPECT_EQ(lCountWhileOpen, 1);
+    EXPECT_EQ(lBoxParent, &lHost);
+    EXPECT_EQ(PtDialog::ActiveCount(), 0);
+  }
+}
+
+TEST(MessageBox, ErrorFromAnExceptionShowsMessageAndCode)
+{
+  try {
+    PtThrow<std::runtime_error>(1003, QStringLiteral("Protocol error"));
+  } catch (const std::exception& e) {
+    PtModalScript lScript;
+    PtMessageBox::ShowError(nullptr, e);
+    ASSERT_EQ(lScript.Interactions().size(), 1);
+    const QString lText = lScript.Interactions().at(0).mText;
+    EXPECT_TRUE(lText.startsWith(QStringLiteral("Protocol error"))) << lText.toStdString();
+    EXPECT_TRUE(lText.contains(QStringLiteral("1003")));
+  }
+  // A foreign exception has no code to show.
+  EXPECT_EQ(PtMessageBox::ExceptionText(std::runtime_error("disk full")), QStringLiteral("disk full"));
+}
+
+TEST(Dialog, ActiveCountCoversNestedModalRunsAndFallsBackToZero)
+{
+  PtDialog lOuter;
+  int lDuringOuter = -1;
+  int lDuringInner = -1;
+  WhenModal([&](QWidget* aOuter) {
+    lDuringOuter = PtDialog::ActiveCount();
+    // A box raised from inside a running dialog is a second modal run on top of it.
+    WhenModal([&](QWidget* aBox) {
+      lDuringInner = PtDialog::ActiveCount();
+      QTest::keyClick(aBox, Qt::Key_Escape);
+    });
+    PtMessageBox::ShowInfo(aOuter, QStringLiteral("inner"));
+    static_cast<QDialog*>(aOuter)->accept();
+  });
+  EXPECT_EQ(lOuter.exec(), QDialog::Accepted);
+  EXPECT_EQ(lDuringOuter, 1);
+  EXPECT_EQ(lDuringInner, 2);
+  EXPECT_EQ(PtDialog::ActiveCount(), 0);
+}
+
+TEST(Dialog, ScriptedActionRunsOnTheShownDialogAndCounts)
+{
+  PtModalScript lScript;
+  int lCount = -1;
+  bool lVisible = false;
+  lScript.Queue([&](QDialog* aDialog) {
+    lCount = PtDialog::ActiveCount();
+    lVisible = aDialog->isVisible();
+    aDialog->accept();
+  });
+  lScript.Queue([&](QDialog*) {}); // leaves the dialog open: closed as cancelled
+  PtDialog lDialog;
+  lDialog.setWindowTitle(QStringLiteral("Connection"));
+  EXPECT_EQ(lDialog.exec(), QDialog::Accepted);
+  EXPECT_EQ(lDialog.exec(), QDialog::Rejected);
+  EXPECT_FALSE(lDialog.isVisible());
+  EXPECT_EQ(lCount, 1);
+  EXPECT_TRUE(lVisible);
+  ASSERT_EQ(lScript.Interactions().size(), 2);
+  EXPECT_EQ(lScript.Interactions().at(0).mTitle, QStringLiteral("Connection"));
+  EXPECT_EQ(lScript.Interactions().at(0).mText, QStringLiteral("PtDialog"));
+}
+
+TEST(RadioPrompt, ReturnsTheValueOfTheItemTheUserPicked)
+{
+  PtRadioPrompt lPrompt(nullptr, QStringLiteral("Guide"),
+                        QStringLiteral("Please select the document you want to display:"));
+  EXPECT_EQ(lPrompt.Value(), -1);
+  lPrompt.AddItem(QStringLiteral("Guide A"), 0);
+  lPrompt.AddItem(QStringLiteral("Guide B"), 5);
+  lPrompt.AddItem(QStringLiteral("Guide C"), -2);
+  EXPECT_EQ(lPrompt.Value(), 0); // the first item starts selected
+  EXPECT_FALSE(lPrompt.SetValue(99));
+  EXPECT_EQ(lPrompt.Value(), 0);
+
+  // Unscripted: the user clicks the third item and OK.
+  WhenModal([](QWidget* aPrompt) {
+    FindByText<QRadioButton>(aPrompt, QStringLiteral("Guide C"))->click();
+    FindByText<QPushButton>(aPrompt, QStringLiteral("OK"))->click();
+  });
+  EXPECT_EQ(lPrompt.exec(), QDialog::Accepted);
+  EXPECT_EQ(lPrompt.Value(), -2);
+
+  WhenModal([](QWidget* aPrompt) { QTest::keyClick(aPrompt, Qt::Key_Escape); });
+  EXPECT_EQ(lPrompt.exec(), QDialog::Rejected);
+}
+
+TEST(TextPrompt, OkReturnsTheTypedTextAndCancelKeepsTheOld)
+{
+  QString lText = QStringLiteral("old");
+  WhenModal([](QWidget* aPrompt) {
+    QTest::keyClick(aPrompt->focusWidget(), Qt::Key_End);
+    QTest::keyClicks(aPrompt->focusWidget(), QStringLiteral(" and new"));
+    QTest::keyClick(aPrompt->focusWidget(), Qt::Key_Return);
+  });
+  EXPECT_TRUE(
+      PtTextPrompt::Ask(nullptr, QStringLiteral("Enter comment"), QStringLiteral("Comment (optional):"), &lText));
+  EXPECT_EQ(lText, QStringLiteral("old and new"));
+
+  WhenModal([](QWidget* aPrompt) {
+    QTest::keyClicks(aPrompt->focusWidget(), QStringLiteral("lost"));
+    QTest::keyClick(aPrompt, Qt::Key_Escape);
+  });
+  EXPECT_FALSE(
+      PtTextPrompt::Ask(nullptr, QStringLiteral("Enter comment"), QStringLiteral("Comment (optional):"), &lText));
+  EXPECT_EQ(lText, QStringLiteral("old and new"));
+}
+
+TEST(PreferencesDialog, OpenComesBeforeShowingAndClosedTellsOkFromCancel)
+{
+  QObject lReceiver; // ends the connection to the process-wide signaler with the test
+  QList<bool> lVisibleAtOpen;
+  QObject::connect(
+      PtPreferencesDialog::Signaler(), &PtPreferencesSignaler::Open, &lReceiver, [&](PtPreferencesDialog* aDialog) {
+        lVisibleAtOpen.append(aDialog->isVisible());
+        aDialog->AddPage(QString(), QStringLiteral("Display"), new QLabel(QStringLiteral("display")));
+        aDialog->AddPage(QStringLiteral("Display"), QStringLiteral("Colours"), new QLabel(QStringLiteral("c")));
+      });
+
+  PtPreferencesDialog lDialog;
+  QSignalSpy lClosed(&lDialog, &PtPreferencesDialog::Closed);
+  QWidget* lCurrentWhenShown = nullptr;
+  PtModalScript lScript;
+  lScript.Queue([&](QDialog* aDialog) {
+    lCurrentWhenShown = lDialog.CurrentPage();
+    FindByText<QPushButton>(aDialog, QStringLiteral("OK"))->click();
+  });
+  lScript.Queue([](QDialog* aDialog) { FindByText<QPushButton>(aDialog, QStringLiteral("Cancel"))->click(); });
+  lScript.Queue([](QDialog* aDialog) { QTest::keyClick(aDialog, Qt::Key_Escape); });
+
+  EXPECT_EQ(lDialog.exec(), QDialog::Accepted);
+  EXPECT_EQ(lCurrentWhenShown, lDialog.Page(QStringLiteral("Display")));
+  EXPECT_EQ(lDialog.exec(), QDialog::Rejected);
+  EXPECT_EQ(lDialog.exec(), QDialog::Rejected);
+  EXPECT_EQ(lDialog.exec(), QDialog::Rejected); // nothing queued: closed as cancelled
+
+  EXPECT_EQ(lVisibleAtOpen, (QList<bool>{false, false, false, false}));
+  ASSERT_EQ(lClosed.count(), 4); // exactly once per run
+  EXPECT_EQ(lClosed.at(0).at(0).toBool(), false);
+  EXPECT_EQ(lClosed.at(1).at(0).toBool(), true);
+  EXPECT_EQ(lClosed.at(2).at(0).toBool(), true);
+  EXPECT_EQ(lClosed.at(3).at(0).toBool(), true);
+  // Every opening rebuilt the pages instead of piling up copies.
+  EXPECT_EQ(lDialog.PageCount(), 2);
+  EXPECT_EQ(lScript.Interactions().at(0).mTitle, QStringLiteral("Preferences"));
+}
+
+TEST(PreferencesDialog, TreeShowsPagesUnderTheirParents)
+{
+  PtPreferencesDialog lDialog;
+  auto* lUnits = new QLabel(QStringLiteral("units"));
+  auto* lTrace = new QLabel(QStringLiteral("trace"));
+  auto* lEcho = new QLabel(QStringLiteral("echo"));
+  lDialog.AddPage(QString(), QStringLiteral("Units"), lUnits);
+  // A parent that does not exist yet becomes a heading that shows its first sub-page.
+  lDialog.AddPage(QStringLiteral("Sensor"), QStringLiteral("Trace"), lTrace);
+  lDialog.AddPage(QStringLiteral("Sensor"), QStringLiteral("Echo"), lEcho);
+  EXPECT_EQ(lDialog.PageCount(), 3);
+  EXPECT_EQ(lDialog.CurrentPage(), lUnits);
+  lDialog.SetCurrentPage(lEcho);
+  EXPECT_EQ(lDialog.CurrentPage(), lEcho);
+  EXPECT_EQ(lDialog.Page(QStringLiteral("Trace")), lTrace);
+  EXPECT_EQ(lDialog.Page(QStringLiteral("Sensor")), nullptr);
+}
+
+TEST(ErrorLog, KeepsTimestampedEntriesThatTheFormShowsAndCopies)
+{
+  PtErrorLogForm::Clear();
+  const QDateTime lBefore = QDateTime::currentDateTime().addSecs(-1);
+  PtErrorLogForm::LogError(QStringLiteral("Cannot open port"));
+  try {
+    PtThrow<std::runtime_error>(1003, QStringLiteral("Protocol error"));
+  } catch (const std::exception& e) {
+    PtErrorLogForm::LogError(e);
+  }
+  const QList<PtErrorLogForm::Entry> lEntries = PtErrorLogForm::Entries();
+  ASSERT_EQ(lEntries.size(), 2);
+  EXPECT_EQ(lEntries.at(0).mCode, 0u);
+  EXPECT_EQ(lEntries.at(0).mText, QStringLiteral("Cannot open port"));
+  EXPECT_EQ(lEntries.at(1).mCode, 1003u);
+  EXPECT_EQ(lEntries.at(1).mText, QStringLiteral("Protocol error"));
+  EXPECT_GE(lEntries.at(1).mTime, lBefore);
+
+  QWidget lHost;
+  PtErrorLogForm* lForm = PtErrorLogForm::Open(&lHost);
+  ASSERT_TRUE(lForm);
+  EXPECT_EQ(PtErrorLogForm::Open(&lHost), lForm); // one window, brought to front
+  // An error logged while the window is open appears in it.
+  PtErrorLogForm::LogError(QStringLiteral("Link lost"));
+  const QStringList lLines = lForm->Text().split(QLatin1Char('\n'));
+  ASSERT_EQ(lLines.size(), 3);
+  EXPECT_TRUE(lLines.at(1).contains(QStringLiteral("[1003]")));
+  EXPECT_TRUE(lLines.at(2).endsWith(QStringLiteral("Link lost")));
+  EXPECT_TRUE(lLines.at(0).startsWith(lEntries.at(0).mTime.toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"))));
+
+  FindByText<QPushButton>(lForm, QStringLiteral("Copy"))->click();
+  EXPECT_EQ(QApplication::clipboard()->text(), lForm->Text());
+  FindByText<QPushButton>(lForm, QStringLiteral("Clear"))->click();
+  EXPECT_TRUE(PtErrorLogForm::Entries().isEmpty());
+  EXPECT_TRUE(lForm->Text().isEmpty());
+  lForm->close(); // deletes itself
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_EQ(PtErrorLogForm::Instance(), nullptr);
+}
+
+TEST(ErrorLog, AFailingDeviceCannotGrowTheLogWithoutEnd)
+{
+  PtErrorLogForm::Clear();
+  QLoggingCategory::setFilterRules(QStringLiteral("parvex.errors.warning=false"));
+  for (int i = 0; i < PtErrorLogForm::MAX_ENTRIES + 5; ++i) {
+    PtErrorLogForm::LogError(QString::number(i));
+  }
+  const QList<PtErrorLogForm::Entry> lEntries = PtErrorLogForm::Entries();
+  ASSERT_EQ(lEntries.size(), PtErrorLogForm::MAX_ENTRIES);
+  EXPECT_EQ(lEntries.first().mText, QStringLiteral("5"));
+  EXPECT_EQ(lEntries.last().mText, QString::number(PtErrorLogForm::MAX_ENTRIES + 4));
+  PtErrorLogForm::Clear();
+  QLoggingCategory::setFilterRules(QString());
+}
+} // namespace

@@ -1,0 +1,330 @@
+#include "PtException.h"
+#include "PtModalScript.h"
+#include "PtPreferencesDialog.h"
+#include "PxTest.h"
+#include "PxUnits.h"
+
+#include <QGroupBox>
+#include <QLocale>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSettings>
+#include <QSignalSpy>
+
+#include <cmath>
+#include <gtest/gtest.h>
+
+void PrintTo(const QString& aText, std::ostream* aStream)
+{
+  *aStream << '"' << aText.toStdString() << '"';
+}
+
+namespace {
+QRadioButton* Choice(QWidget* aPage, const QString& aText)
+{
+  for (QRadioButton* lButton : aPage->findChildren<QRadioButton*>()) {
+    if (lButton->text() == aText) {
+      return lButton;
+    }
+  }
+  return nullptr;
+}
+
+QPushButton* Button(QWidget* aDialog, const QString& aText)
+{
+  for (QPushButton* lButton : aDialog->findChildren<QPushButton*>()) {
+    if (lButton->text().remove(QLatin1Char('&')) == aText) {
+      return lButton;
+    }
+  }
+  return nullptr;
+}
+
+class Units : public ::testing::Test
+{
+protected:
+  static void SetUpTestSuite() { PxUnits::Initialize(); }
+
+  void SetUp() override
+  {
+    QSettings().remove(QStringLiteral("Units"));
+    // A known starting point that differs from every choice the cases make.
+    PxUnits::SetUnit(UT_DISTANCE, 1);
+    PxUnits::SetUnit(UT_TEMPERATURE, 1);
+    PxUnits::SetUnit(UT_SPEED, 1);
+    PxUnits::SetUnit(UT_ANGLE, 2);
+  }
+
+  void TearDown() override { QLocale::setDefault(QLocale::c()); }
+
+  static bool HasSetting(const char* aKey)
+  {
+    return QSettings().contains(QStringLiteral("Units/") + QLatin1String(aKey));
+  }
+};
+
+TEST_F(Units, FirstStartFollowsTheLocaleAndSavedChoicesWin)
+{
+  struct Case
+  {
+    const char* mName;
+    QLocale mLocale;
+    int mSavedDistance; // 0: not saved
+    int mSavedTemperature;
+    const char* mDistance;
+    const char* mTemperature;
+    const char* mSpeed;
+  };
+  const Case lCases[] = {
+      {"United States, first start", QLocale(QLocale::English, QLocale::UnitedStates), 0, 0, "ft", "F", "MPH"},
+      {"Germany, first start", QLocale(QLocale::German, QLocale::Germany), 0, 0, "m", "C", "km/h"},
+      {"United Kingdom, first start", QLocale(QLocale::English, QLocale::UnitedKingdom), 0, 0, "m", "C", "km/h"},
+      {"United States, saved metres and Kelvin", QLocale(QLocale::English, QLocale::UnitedStates), 1, 3, "m", "K",
+       "km/h"},
+      {"Germany, only temperature saved", QLocale(QLocale::German, QLocale::Germany), 0, 2, "m", "F", "km/h"},
+  };
+  for (const Case& c : lCases) {
+    SCOPED_TRACE(c.mName);
+    QSettings lSettings;
+    lSettings.remove(QStringLiteral("Units"));
+    if (c.mSavedDistance) {
+      lSettings.setValue(QStringLiteral("Units/DistanceUnit"), c.mSavedDistance);
+    }
+    if (c.mSavedTemperature) {
+      lSettings.setValue(QStringLiteral("Units/TemperatureUnit"), c.mSavedTemperature);
+    }
+    lSettings.sync();
+    QLocale::setDefault(c.mLocale);
+
+    PxUnits::LoadPreferences();
+    EXPECT_EQ(PxUnits::ShortName(UT_DISTANCE), QLatin1String(c.mDistance));
+    EXPECT_EQ(PxUnits::ShortName(UT_TEMPERATURE), QLatin1String(c.mTemperature));
+    EXPECT_EQ(PxUnits::ShortName(UT_SPEED), QLatin1String(c.mSpeed));
+    EXPECT_EQ(PxUnits::ShortName(UT_ANGLE), QStringLiteral("deg"));
+    // Only the user's choice is ever written; reading never stores the locale's guess.
+    EXPECT_EQ(HasSetting("DistanceUnit"), c.mSavedDistance != 0);
+  }
+}
+
+TEST_F(Units, ChangedIsEmittedOnlyForARealChangeWithThePreviousUnit)
+{
+  QSignalSpy lChanged(PxUnits::Singleton(), &PxUnits::Changed);
+  PxUnits::SetUnit(UT_DISTANCE, 1);
+  EXPECT_EQ(lChanged.count(), 0);
+  PxUnits::SetUnit(UT_TEMPERATURE, 3);
+  ASSERT_EQ(lChanged.count(), 1);
+  EXPECT_EQ(lChanged.at(0).at(0).toInt(), UT_TEMPERATURE);
+  EXPECT_EQ(lChanged.at(0).at(1).toInt(), 1);
+  PxUnits::SetUnit(UT_TEMPERATURE, 3);
+  EXPECT_EQ(lChanged.count(), 1);
+}
+
+TEST_F(Units, ConversionsAndDisplayTexts)
+{
+  struct Case
+  {
+    const char* mName;
+    int mType;
+    int mUnit;
+    double mInternal;
+    double mShown;
+  };
+  const Case lCases[] = {
+      {"Kelvin keeps the offset 273.0, not 273.15", UT_TEMPERATURE, 3, 0.0, 273.0},
+      {"Fahrenheit boiling point", UT_TEMPERATURE, 2, 100.0, 212.0},
+      {"Celsius as it is", UT_TEMPERATURE, 1, -12.5, -12.5},
+      {"one metre in feet", UT_DISTANCE, 2, 1.0, 3.28084},
+      {"100 km/h in miles per hour", UT_SPEED, 2, 100.0, 62.13712},
+      {"half a turn in degrees", UT_ANGLE, 2, M_PI, 180.0},
+      {"radians as they are", UT_ANGLE, 1, 0.5, 0.5},
+  };
+  for (const Case& c : lCases) {
+    SCOPED_TRACE(c.mName);
+    PxUnits::SetUnit(c.mType, c.mUnit);
+    EXPECT_NEAR(PxUnits::To(c.mType, c.mInternal), c.mShown, 1e-4);
+    EXPECT_NEAR(PxUnits::To(c.mType, static_cast<float>(c.mInternal)), c.mShown, 1e-4);
+    EXPECT_NEAR(PxUnits::From(c.mType, static_cast<float>(c.mShown)), c.mInternal, 1e-4);
+  }
+  EXPECT_EQ(PxUnits::To(UT_NONE, 7.25), 7.25);
+
+  struct FormatCase
+  {
+    const char* mText;
+    int mType;
+    int mUnit;
+    float mValue;
+    int mDecimals;
+    bool mConverted;
+    const char* mExpected;
+  };
+  const FormatCase lFormats[] = {
+      {"%1 ", UT_DISTANCE, 2, 1.0f, 2, false, "3.28 ft"},
+      {"%1 ", UT_DISTANCE, 2, 3.0f, 1, true, "3.0 ft"}, // already in feet: not converted twice
+      {"%1", UT_TEMPERATURE, 3, 0.0f, 0, false, "273K"},
+      {"T = %1 ", UT_TEMPERATURE, 2, 37.0f, 1, false, "T = 98.6 F"},
+      {"%1", UT_NONE, 0, 2.5f, 3, false, "2.500"},
+  };
+  for (const FormatCase& f : lFormats) {
+    SCOPED_TRACE(f.mExpected);
+    if (f.mType != UT_NONE) {
+      PxUnits::SetUnit(f.mType, f.mUnit);
+    }
+    EXPECT_EQ(PxUnits::Format(QString::fromLatin1(f.mText), f.mType, f.mValue, f.mDecimals, f.mConverted),
+              QString::fromLatin1(f.mExpected));
+  }
+}
+
+TEST_F(Units, BadUnitIsReportedYetStoredAndAnnounced)
+{
+  struct Case
+  {
+    const char* mName;
+    int mType;
+    int mUnit;
+    bool mReported;
+    unsigned int mSite;
+    const char* mShortNameKept;
+  };
+  const Case lCases[] = {
+      {"distance", UT_DISTANCE, 7, true, 1, "m"},
+      {"temperature", UT_TEMPERATURE, 4, true, 2, "C"},
+      {"speed", UT_SPEED, 0, true, 3, "km/h"},
+      {"angle is never reported", UT_ANGLE, 9, false, 0, "deg"},
+  };
+  for (const Case& c : lCases) {
+    SCOPED_TRACE(c.mName);
+    QSignalSpy lChanged(PxUnits::Singleton(), &PxUnits::Changed);
+    const int lPrevious = PxUnits::Unit(c.mType);
+    bool lThrown = false;
+    try {
+      PxUnits::SetUnit(c.mType, c.mUnit);
+    } catch (const std::invalid_argument& e) {
+      lThrown = true;
+      unsigned int lCode = 0;
+      QString lText;
+      PtExtractException(e, &lCode, &lText);
+      EXPECT_EQ(lCode, c.mSite);
+      EXPECT_TRUE(lText.contains(QStringLiteral("aValue"))) << lText.toStdString();
+      EXPECT_TRUE(lText.contains(QString::number(c.mUnit)));
+    }
+    EXPECT_EQ(lThrown, c.mReported);
+    // Stored and announced all the same, with the conversion row left as it was.
+    EXPECT_EQ(PxUnits::Unit(c.mType), c.mUnit);
+    ASSERT_EQ(lChanged.count(), 1);
+    EXPECT_EQ(lChanged.at(0).at(1).toInt(), lPrevious);
+    EXPECT_EQ(PxUnits::ShortName(c.mType), QLatin1String(c.mShortNameKept));
+  }
+
+  // A type without a row cannot store anything: reported, nothing announced.
+  QSignalSpy lChanged(PxUnits::Singleton(), &PxUnits::Changed);
+  for (int lType : {int(UT_NONE), int(UT_MAX), -1}) {
+    try {
+      PxUnits::SetUnit(lType, 1);
+      ADD_FAILURE() << "type " << lType << " was not reported";
+    } catch (const std::invalid_argument& e) {
+      unsigned int lCode = 0;
+      QString lText;
+      PtExtractException(e, &lCode, &lText);
+      EXPECT_EQ(lCode, 4u);
+      EXPECT_TRUE(lText.contains(QStringLiteral("aType")));
+    }
+  }
+  EXPECT_EQ(lChanged.count(), 0);
+}
+
+TEST_F(Units, PreferencesPageShowsTheCurrentChoice)
+{
+  struct Case
+  {
+    int mDistance;
+    int mTemperature;
+    const char* mDistanceChecked;
+    const char* mTemperatureChecked;
+  };
+  const Case lCases[] = {{1, 1, "Meter", "Celsius"}, {2, 2, "Foot", "Fahrenheit"}, {2, 3, "Foot", "Kelvin"}};
+  for (const Case& c : lCases) {
+    SCOPED_TRACE(c.mTemperatureChecked);
+    PxUnits::SetUnit(UT_DISTANCE, c.mDistance);
+    PxUnits::SetUnit(UT_TEMPERATURE, c.mTemperature);
+    QStringList lChecked;
+    QStringList lGroups;
+    PtModalScript lScript;
+    lScript.Queue([&](QDialog* aDialog) {
+      auto* lDialog = static_cast<PtPreferencesDialog*>(aDialog);
+      QWidget* lPage = lDialog->Page(QStringLiteral("Units"));
+      ASSERT_TRUE(lPage);
+      EXPECT_EQ(lDialog->CurrentPage(), lPage);
+      for (QGroupBox* lBox : lPage->findChildren<QGroupBox*>()) {
+        lGroups.append(lBox->title());
+        for (QRadioButton* lButton : lBox->findChildren<QRadioButton*>()) {
+          if (lButton->isChecked()) {
+            lChecked.append(lButton->text());
+          }
+        }
+      }
+    });
+    PtPreferencesDialog lDialog;
+    lDialog.exec();
+    EXPECT_EQ(lGroups, (QStringList{QStringLiteral("Distance"), QStringLiteral("Temperature")}));
+    EXPECT_EQ(lChecked, (QStringList{QLatin1String(c.mDistanceChecked), QLatin1String(c.mTemperatureChecked)}));
+  }
+}
+
+TEST_F(Units, PreferencesOkAppliesAndSavesTheChoice)
+{
+  QSignalSpy lChanged(PxUnits::Singleton(), &PxUnits::Changed);
+  PtModalScript lScript;
+  lScript.Queue([](QDialog* aDialog) {
+    Choice(aDialog, QStringLiteral("Foot"))->click();
+    Choice(aDialog, QStringLiteral("Kelvin"))->click();
+    Button(aDialog, QStringLiteral("OK"))->click();
+  });
+  {
+    PtPreferencesDialog lDialog;
+    EXPECT_EQ(lDialog.exec(), QDialog::Accepted);
+  }
+  EXPECT_EQ(PxUnits::Unit(UT_DISTANCE), 2);
+  EXPECT_EQ(PxUnits::Unit(UT_SPEED), 2); // speed follows distance
+  EXPECT_EQ(PxUnits::Unit(UT_TEMPERATURE), 3);
+  QList<int> lTypes;
+  for (const QList<QVariant>& lArgs : lChanged) {
+    lTypes.append(lArgs.at(0).toInt());
+  }
+  EXPECT_EQ(lTypes, (QList<int>{UT_DISTANCE, UT_SPEED, UT_TEMPERATURE}));
+  QSettings lSettings;
+  EXPECT_EQ(lSettings.value(QStringLiteral("Units/DistanceUnit")).toInt(), 2);
+  EXPECT_EQ(lSettings.value(QStringLiteral("Units/TemperatureUnit")).toInt(), 3);
+  EXPECT_FALSE(lSettings.contains(QStringLiteral("Units/SpeedUnit")));
+
+  // The dialog and its page are gone; a late call must not reach for their radio buttons.
+  PxUnits::Singleton()->PreferencesDialogClosed(false);
+  EXPECT_EQ(PxUnits::Unit(UT_DISTANCE), 2);
+}
+
+TEST_F(Units, PreferencesCancelChangesNothingAndWritesNothing)
+{
+  QSignalSpy lChanged(PxUnits::Singleton(), &PxUnits::Changed);
+  PtModalScript lScript;
+  lScript.Queue([](QDialog* aDialog) {
+    Choice(aDialog, QStringLiteral("Foot"))->click();
+    Choice(aDialog, QStringLiteral("Fahrenheit"))->click();
+    Button(aDialog, QStringLiteral("Cancel"))->click();
+  });
+  lScript.Queue([](QDialog* aDialog) { Choice(aDialog, QStringLiteral("Foot"))->click(); }); // then closed
+  PtPreferencesDialog lDialog;
+  EXPECT_EQ(lDialog.exec(), QDialog::Rejected);
+  EXPECT_EQ(lDialog.exec(), QDialog::Rejected);
+  EXPECT_EQ(lChanged.count(), 0);
+  EXPECT_EQ(PxUnits::Unit(UT_DISTANCE), 1);
+  EXPECT_EQ(PxUnits::Unit(UT_TEMPERATURE), 1);
+  EXPECT_FALSE(HasSetting("DistanceUnit"));
+  EXPECT_FALSE(HasSetting("TemperatureUnit"));
+}
+
+TEST(UnitsDeathTest, AnUnknownTypeIsAProgrammingError)
+{
+  EXPECT_DEATH(PxUnits::To(UT_MAX, 1.0f), "\\( aType >= UT_NONE \\) && \\( aType < UT_MAX \\), file PxUnits");
+  EXPECT_DEATH(PxUnits::From(-1, 1.0f), "aType >= UT_NONE");
+  EXPECT_DEATH(PxUnits::ShortName(7), "aType < UT_MAX");
+}
+} // namespace
