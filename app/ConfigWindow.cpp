@@ -1,5 +1,7 @@
 #include "ConfigWindow.h"
 
+#include "PtErrorLogForm.h"
+#include "PtPreferencesDialog.h"
 #include "PxEntry.h"
 
 #include <QAction>
@@ -171,10 +173,14 @@ void ConfigWindow::MIFileQuitTriggered()
 
 void ConfigWindow::MISettingsPreferencesTriggered()
 {
+  // The library and the drivers add their pages when the dialog announces itself.
+  PtPreferencesDialog lDialog(this);
+  lDialog.exec();
 }
 
 void ConfigWindow::MIHelpErrorLogTriggered()
 {
+  PtErrorLogForm::Open(this);
 }
 
 void ConfigWindow::MIHelpAboutTriggered()

@@ -1,4 +1,6 @@
 #include "ConfigWindow.h"
+#include "PtModalScript.h"
+#include "PtPreferencesDialog.h"
 #include "PxEntry.h"
 #include "PxTest.h"
 
@@ -87,6 +89,32 @@ TEST(ConfigWindow, GeometryIsKeptBetweenRuns)
   ConfigWindow lAgain;
   lAgain.RestoreWindowSettings();
   EXPECT_EQ(lAgain.size(), QSize(777, 555));
+}
+
+TEST(ConfigWindow, PreferencesMenuOpensTheDialogWithTheUnitsPage)
+{
+  ConfigWindow lWindow;
+  ASSERT_TRUE(PxInit(&lWindow));
+  QAction* lPreferences = nullptr;
+  for (QAction* a : lWindow.menuBar()->actions()) {
+    if (a->text() == QStringLiteral("&Settings")) {
+      lPreferences = a->menu()->actions().value(0);
+    }
+  }
+  ASSERT_NE(lPreferences, nullptr);
+  EXPECT_EQ(lPreferences->text(), QStringLiteral("&Preferences..."));
+
+  PtModalScript lScript;
+  bool lHadUnits = false;
+  lScript.Queue([&](QDialog* aDialog) {
+    auto* lDialog = qobject_cast<PtPreferencesDialog*>(aDialog);
+    lHadUnits = lDialog && lDialog->Page(QStringLiteral("Units")) != nullptr;
+  });
+  lPreferences->trigger();
+  ASSERT_EQ(lScript.Interactions().size(), 1);
+  EXPECT_EQ(lScript.Interactions()[0].mKind, PtModalScript::K_DIALOG);
+  EXPECT_TRUE(lHadUnits);
+  PxShutdown();
 }
 
 TEST(Gallery, MainWindow)
