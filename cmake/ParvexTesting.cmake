@@ -11,7 +11,7 @@ set(PARVEX_TEST_TIMEOUT 120)
 function(px_add_test aName)
   cmake_parse_arguments(A "" "LABEL" "SOURCES;LIBS" ${ARGN})
   add_executable(${aName} ${A_SOURCES})
-  target_link_libraries(${aName} PRIVATE PxTestSupport ${A_LIBS})
+  target_link_libraries(${aName} PRIVATE PxTestMain PxTestSupport ${A_LIBS})
   gtest_discover_tests(${aName}
     DISCOVERY_MODE PRE_TEST
     DISCOVERY_TIMEOUT 60

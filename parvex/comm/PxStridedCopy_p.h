@@ -11,6 +11,7 @@ namespace PxStridedCopy
 {
 template <size_t N> inline void Scatter(PtByte* aDest, const PtByte* aSrc, size_t aCount, size_t aStride)
 {
+#pragma GCC unroll 8
   for (size_t i = 0; i < aCount; ++i) {
     std::memcpy(aDest + i * aStride, aSrc + i * N, N);
   }
@@ -18,6 +19,7 @@ template <size_t N> inline void Scatter(PtByte* aDest, const PtByte* aSrc, size_
 
 template <size_t N> inline void Gather(PtByte* aDest, const PtByte* aSrc, size_t aCount, size_t aStride)
 {
+#pragma GCC unroll 8
   for (size_t i = 0; i < aCount; ++i) {
     std::memcpy(aDest + i * N, aSrc + i * aStride, N);
   }

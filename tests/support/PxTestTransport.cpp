@@ -1,5 +1,6 @@
 #include "PxTestTransport.h"
 
+#include <algorithm>
 #include <cstring>
 
 PxTestTransport::PxTestTransport(QObject* aParent)
@@ -24,6 +25,17 @@ void PxTestTransport::Disconnect()
 
 void PxTestTransport::Read(void* aData, unsigned int aSize)
 {
+  if (!mReplay.isEmpty()) {
+    auto* lOut = static_cast<char*>(aData);
+    while (aSize > 0) {
+      const unsigned int lChunk = std::min<unsigned int>(aSize, static_cast<unsigned int>(mReplay.size() - mReplayPosition));
+      std::memcpy(lOut, mReplay.constData() + mReplayPosition, lChunk);
+      lOut += lChunk;
+      aSize -= lChunk;
+      mReplayPosition = (mReplayPosition + static_cast<int>(lChunk)) % mReplay.size();
+    }
+    return;
+  }
   if (Pending() < 0 || static_cast<unsigned int>(Pending()) < aSize) {
     // What a real transport does when the device stays silent past its time-out.
     PtCommunicationError(1, 0);
@@ -45,4 +57,10 @@ void PxTestTransport::Rewind()
 {
   mIncoming.remove(0, mReadPosition);
   mReadPosition = 0;
+}
+
+void PxTestTransport::Replay(const QByteArray& aBytes)
+{
+  mReplay = aBytes;
+  mReplayPosition = 0;
 }

@@ -26,8 +26,11 @@ public:
   // Bytes still unread.
   int Pending() const { return mIncoming.size() - mReadPosition; }
   int Consumed() const { return mReadPosition; }
-  // Drops what was read so far, keeping long benchmark streams from growing without end.
+  // Drops what was read so far, keeping long streams from growing without end.
   void Rewind();
+  // Serves aBytes over and over instead of the queue: a device that sends the same answer forever,
+  // without any allocation per read (for the benchmarks).
+  void Replay(const QByteArray& aBytes);
 
   // Every message written, in order.
   const std::vector<QByteArray>& Written() const { return mWritten; }
@@ -38,6 +41,8 @@ public:
 private:
   QByteArray mIncoming;
   int mReadPosition = 0;
+  QByteArray mReplay;
+  int mReplayPosition = 0;
   std::vector<QByteArray> mWritten;
   bool mConnected = true;
   bool mFailNextWrite = false;

@@ -1,0 +1,181 @@
+// Decoding cost of the two heaviest answers against memcpy of the same bytes, and heap
+// allocations per answer once the buffers have reached their working size.
+#include "PxControlConnection.h"
+#include "PxTestBytes.h"
+#include "PxTestTransport.h"
+
+#include <QCoreApplication>
+#include <atomic>
+#include <benchmark/benchmark.h>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+#include <vector>
+
+namespace
+{
+std::atomic<long> sAllocations{0};
+}
+
+void* operator new(std::size_t aSize)
+{
+  ++sAllocations;
+  if (void* p = std::malloc(aSize ? aSize : 1)) {
+    return p;
+  }
+  throw std::bad_alloc();
+}
+void operator delete(void* aPointer) noexcept
+{
+  std::free(aPointer);
+}
+void operator delete(void* aPointer, std::size_t) noexcept
+{
+  std::free(aPointer);
+}
+
+namespace
+{
+constexpr int CHANNELS = 16;
+constexpr int SAMPLES = 4096;
+constexpr int ECHOES = 96;
+constexpr unsigned short TRACES_REQUEST = 0x30;
+constexpr unsigned short ECHOES_REQUEST = 0x20;
+
+struct Echo { // 24 bytes, one field per element on the wire
+  std::uint32_t mDistance;
+  std::uint32_t mAmplitude;
+  std::uint32_t mWidth;
+  std::uint32_t mFlags;
+  std::uint16_t mSegment;
+  std::uint16_t mIndex;
+  std::uint16_t mQuality;
+  std::uint16_t mReserved;
+};
+static_assert(sizeof(Echo) == 24, "the echo record is 24 bytes");
+const unsigned int FIELD_SIZE[8] = {4, 4, 4, 4, 2, 2, 2, 2};
+const unsigned int FIELD_OFFSET[8] = {0, 4, 8, 12, 16, 18, 20, 22};
+
+QByteArray TracesAnswer()
+{
+  PxTestBytes lBody;
+  lBody.ElementHeader(419, 1, 4).U32(SAMPLES);
+  lBody.ElementHeader(3, CHANNELS, SAMPLES * 2);
+  for (int i = 0; i < CHANNELS * SAMPLES; ++i) {
+    lBody.U16(static_cast<std::uint16_t>(i * 31));
+  }
+  return PxTestBytes().AnswerHeader(2, 0, static_cast<std::uint32_t>(lBody.Size()), TRACES_REQUEST).Bytes(lBody);
+}
+
+QByteArray EchoesAnswer()
+{
+  PxTestBytes lBody;
+  for (int f = 0; f < 8; ++f) {
+    lBody.ElementHeader(static_cast<std::uint16_t>(4224 + f), ECHOES, FIELD_SIZE[f]);
+    for (int i = 0; i < ECHOES; ++i) {
+      FIELD_SIZE[f] == 4 ? lBody.U32(static_cast<std::uint32_t>(i * f)) : lBody.U16(static_cast<std::uint16_t>(i + f));
+    }
+  }
+  return PxTestBytes().AnswerHeader(2, 0, static_cast<std::uint32_t>(lBody.Size()), ECHOES_REQUEST).Bytes(lBody);
+}
+
+void Report(benchmark::State& aState, long aAllocationsBefore, size_t aBytes)
+{
+  aState.counters["allocs_per_answer"] =
+    benchmark::Counter(static_cast<double>(sAllocations - aAllocationsBefore) / static_cast<double>(aState.iterations()));
+  aState.SetBytesProcessed(static_cast<int64_t>(aState.iterations()) * static_cast<int64_t>(aBytes));
+}
+
+void BM_TracesStreamed(benchmark::State& aState)
+{
+  PxTestTransport lLink;
+  const QByteArray lAnswer = TracesAnswer();
+  lLink.Replay(lAnswer);
+  std::vector<std::uint16_t> lSamples(CHANNELS * SAMPLES);
+  std::uint32_t lLength = 0;
+  PxProtocolReader& lReader = lLink.Reader();
+  auto lDecode = [&] {
+    lReader.ReadAnswerHeader(TRACES_REQUEST);
+    lReader.ResetConsumedLength();
+    while (lReader.PullHeader()) {
+      if (lReader.Id() == 419) {
+        lReader.PullElement(&lLength, 4, 1);
+      } else {
+        lReader.PullElement(lSamples.data(), SAMPLES * 2, CHANNELS);
+      }
+    }
+  };
+  lDecode(); // buffers reach their working size
+  const long lBefore = sAllocations;
+  for (auto _ : aState) {
+    lDecode();
+    benchmark::DoNotOptimize(lSamples.data());
+  }
+  Report(aState, lBefore, static_cast<size_t>(lAnswer.size()));
+}
+
+void BM_TracesMemcpy(benchmark::State& aState)
+{
+  const QByteArray lAnswer = TracesAnswer();
+  std::vector<char> lOut(static_cast<size_t>(lAnswer.size()));
+  for (auto _ : aState) {
+    std::memcpy(lOut.data(), lAnswer.constData(), lOut.size());
+    benchmark::DoNotOptimize(lOut.data());
+    benchmark::ClobberMemory();
+  }
+  aState.SetBytesProcessed(static_cast<int64_t>(aState.iterations()) * lAnswer.size());
+}
+
+void BM_EchoesScattered(benchmark::State& aState)
+{
+  PxTestTransport lLink;
+  const QByteArray lAnswer = EchoesAnswer();
+  lLink.Replay(lAnswer);
+  std::vector<Echo> lEchoes(ECHOES);
+  auto lDecode = [&] {
+    lLink.StartRequest(ECHOES_REQUEST);
+    lLink.Writer().CloseRequest();
+    // Only the answer side is measured: pretend the request went out.
+    PxProtocolReader& lReader = lLink.Reader();
+    lReader.ReadAnswerHeader(ECHOES_REQUEST);
+    lReader.ReadPayload();
+    while (lReader.Advance()) {
+      const int f = lReader.Id() - 4224;
+      lReader.ReadElement(reinterpret_cast<PtByte*>(lEchoes.data()) + FIELD_OFFSET[f], ECHOES, FIELD_SIZE[f], sizeof(Echo));
+    }
+  };
+  lDecode();
+  const long lBefore = sAllocations;
+  for (auto _ : aState) {
+    lDecode();
+    benchmark::DoNotOptimize(lEchoes.data());
+  }
+  Report(aState, lBefore, static_cast<size_t>(lAnswer.size()));
+}
+
+void BM_EchoesMemcpy(benchmark::State& aState)
+{
+  const QByteArray lAnswer = EchoesAnswer();
+  std::vector<char> lOut(static_cast<size_t>(lAnswer.size()));
+  for (auto _ : aState) {
+    std::memcpy(lOut.data(), lAnswer.constData(), lOut.size());
+    benchmark::DoNotOptimize(lOut.data());
+    benchmark::ClobberMemory();
+  }
+  aState.SetBytesProcessed(static_cast<int64_t>(aState.iterations()) * lAnswer.size());
+}
+} // namespace
+
+BENCHMARK(BM_TracesStreamed);
+BENCHMARK(BM_TracesMemcpy);
+BENCHMARK(BM_EchoesScattered);
+BENCHMARK(BM_EchoesMemcpy);
+
+int main(int argc, char** argv)
+{
+  QCoreApplication lApp(argc, argv);
+  benchmark::Initialize(&argc, argv);
+  benchmark::RunSpecifiedBenchmarks();
+  benchmark::Shutdown();
+  return 0;
+}
