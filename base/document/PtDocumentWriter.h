@@ -61,8 +61,10 @@ public:
 private:
   friend class PtDocumentReader; // Extract copies whole main sections through the writer.
 
-  // Appends one complete main-section record as it is and enters it in the index (Extract).
-  void CopyMainSection(const char* aRecord, size_t aSize, PtU32 aId, PtU32 aFlag);
+  // Extract: appends bytes of copied main-section records as they are, then enters a copied
+  // section (which started at aOffset) in the index.
+  void CopyRaw(const char* aData, size_t aSize);
+  void CopiedMainSection(PtU64 aOffset, PtU32 aId, PtU32 aFlag);
 
   class Private;
   std::unique_ptr<Private> d;
