@@ -33,6 +33,9 @@ QString PxTextProperty::TextValue(size_t aIndex) const
     return QString::fromLocal8Bit(lData, static_cast<int>(lLength));
   }
   const size_t lUnits = lBytes / 2;
+  if (lUnits == 0) {
+    return QString();
+  }
   QString lText(static_cast<int>(lUnits), Qt::Uninitialized);
   std::memcpy(lText.data(), lData, lUnits * 2);
   const int lEnd = lText.indexOf(QChar(0));
