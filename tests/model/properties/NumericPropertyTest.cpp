@@ -7,7 +7,7 @@
 #include <limits>
 
 namespace {
-// Unit conversions need the table; every test starts from metres so display equals internal.
+// Unit conversions need the table; every test starts from metres.
 class NumericProperty : public ::testing::Test
 {
 protected:
@@ -21,67 +21,48 @@ protected:
 
 TEST_F(NumericProperty, IntegerStartsWithTheWidestLimitsOfItsSize)
 {
-  struct Case
-  {
-    PtU32 mUnitSize;
-    Pt32 mMaximum;
-  };
   // Two-byte values accept 65536 until the device sets real limits; devices rely on it.
-  const Case lCases[] = {{1, 255}, {2, 65536}, {4, 2147483647}};
-  for (const Case& c : lCases) {
-    SCOPED_TRACE(c.mUnitSize);
-    PxIntegerProperty lProperty(F_EDITABLE, 1, 1, c.mUnitSize);
+  const std::pair<PtU32, Pt32> lCases[] = {{1, 255}, {2, 65536}, {4, 2147483647}};
+  for (const auto& [lUnitSize, lMaximum] : lCases) {
+    SCOPED_TRACE(lUnitSize);
+    PxIntegerProperty lProperty(F_EDITABLE, 1, 1, lUnitSize);
     lProperty.SetCount(1);
     EXPECT_EQ(lProperty.MinValue(), 0);
-    EXPECT_EQ(lProperty.MaxValue(), c.mMaximum);
-    lProperty.SetValue(0, c.mMaximum);
-    EXPECT_EQ(lProperty.Value(0), c.mMaximum);
-    if (c.mMaximum < std::numeric_limits<Pt32>::max()) {
-      ExpectRefused([&] { lProperty.SetValue(0, c.mMaximum + 1); }, 10, QString::number(c.mMaximum + 1));
+    EXPECT_EQ(lProperty.MaxValue(), lMaximum);
+    QSignalSpy lValues(&lProperty, &PxProperty::ValueChanged);
+    lProperty.SetValue(0, lMaximum);
+    lProperty.SetValue(0, lMaximum);
+    if (lMaximum < std::numeric_limits<Pt32>::max()) {
+      ExpectRefused([&] { lProperty.SetValue(0, lMaximum + 1); }, 10, QString::number(lMaximum + 1));
     }
     ExpectRefused([&] { lProperty.SetValue(0, -1); }, 10, QStringLiteral("-1"));
-    EXPECT_EQ(lProperty.Value(0), c.mMaximum);
+    EXPECT_EQ(lProperty.Value(0), lMaximum);
+    EXPECT_EQ(lValues.count(), 1);
+    // With limits not checked the "off" value outside the range is stored.
+    lProperty.SetLimitsNotChecked(true);
+    lProperty.SetValue(0, -1);
+    EXPECT_EQ(lProperty.Value(0), -1);
   }
-}
-
-TEST_F(NumericProperty, IntegerSetValueReportsOnlyRealChanges)
-{
-  PxIntegerProperty lProperty(F_EDITABLE, 1, 1, 2);
-  lProperty.SetCount(2);
-  QSignalSpy lValues(&lProperty, &PxProperty::ValueChanged);
-  lProperty.SetValue(1, 7);
-  lProperty.SetValue(1, 7);
-  lProperty.SetValue(0, 0);
-  EXPECT_EQ(Indexes(lValues), std::vector<size_t>{1});
-  // A refused value emits nothing either.
-  ExpectRefused([&] { lProperty.SetValue(0, 70000); }, 10, QStringLiteral("70000"));
-  EXPECT_EQ(lValues.count(), 1);
-  // With limits not checked the "off" value below the range is stored.
-  lProperty.SetLimitsNotChecked(true);
-  lProperty.SetValue(0, -1);
-  EXPECT_EQ(lProperty.Value(0), -1);
 }
 
 TEST_F(NumericProperty, IntegerSetLimitsClampsValuesAndAnnouncesTheLimits)
 {
   struct Case
   {
-    const char* mName;
     int mMin, mMax;
     bool mNotChecked;
-    std::vector<Pt32> mAfter;
+    std::vector<Pt32> mAfter; // values before: 5, 50, 500
     std::vector<size_t> mChanged;
     int mLimitSignals;
   };
-  // Values before: 5, 50, 500.
   const Case lCases[] = {
-      {"same limits", 0, 65536, false, {5, 50, 500}, {}, 0},
-      {"nothing to clamp", 0, 1000, false, {5, 50, 500}, {}, 1},
-      {"two clamped", 10, 100, false, {10, 50, 100}, {0, 2}, 1},
-      {"not checked, not clamped", 10, 100, true, {5, 50, 500}, {}, 1},
+      {0, 65536, false, {5, 50, 500}, {}, 0},
+      {0, 1000, false, {5, 50, 500}, {}, 1},
+      {10, 100, false, {10, 50, 100}, {0, 2}, 1},
+      {10, 100, true, {5, 50, 500}, {}, 1},
   };
   for (const Case& c : lCases) {
-    SCOPED_TRACE(c.mName);
+    SCOPED_TRACE(c.mMax);
     PxIntegerProperty lProperty(F_EDITABLE, 1, 1, 2);
     lProperty.SetCount(3);
     lProperty.SetValue(0, 5);
@@ -104,26 +85,21 @@ TEST_F(NumericProperty, IntegerGenericAccessTruncatesAndFormatsBareNumbers)
   PxIntegerProperty lProperty(F_EDITABLE, 1, 1, 4);
   lProperty.SetCount(1);
   lProperty.SetLimits(-100, 100);
-  lProperty.SetName(QStringLiteral("Gain"));
   lProperty.SetFormat(QStringLiteral("%n %v dB"));
   const std::pair<double, Pt32> lCases[] = {{2.9, 2}, {-2.9, -2}, {-0.5, 0}, {100.99, 100}};
-  for (const auto& c : lCases) {
-    lProperty.SetDoubleValue(0, c.first);
-    EXPECT_EQ(lProperty.Value(0), c.second) << c.first;
-    EXPECT_EQ(lProperty.DoubleValue(0), c.second);
+  for (const auto& [lNumber, lValue] : lCases) {
+    lProperty.SetDoubleValue(0, lNumber);
+    EXPECT_EQ(lProperty.DoubleValue(0), lValue) << lNumber;
   }
-  lProperty.SetValue(0, -42);
-  EXPECT_EQ(lProperty.FormattedValue(0), QStringLiteral("-42"));
-  // Numbers far outside the 32-bit range meet the limits instead of wrapping into them.
+  EXPECT_EQ(lProperty.FormattedValue(0), QStringLiteral("100"));
+  // Numbers beyond the 32-bit range meet the limits instead of wrapping into them.
   ExpectRefused([&] { lProperty.SetDoubleValue(0, 4294967296.0 + 5); }, 10, QStringLiteral("2147483647"));
-  EXPECT_EQ(lProperty.Value(0), -42);
 }
 
 TEST_F(NumericProperty, FloatLimitsFollowTheRawRangeAndTheDecimalsShown)
 {
   struct Case
   {
-    const char* mName;
     PtU32 mUnitSize;
     float mScale;
     PtU32 mDecimals;
@@ -132,16 +108,16 @@ TEST_F(NumericProperty, FloatLimitsFollowTheRawRangeAndTheDecimalsShown)
   const float lLowest = std::numeric_limits<float>::lowest();
   const float lHighest = std::numeric_limits<float>::max();
   const Case lCases[] = {
-      {"2 bytes, scale 100", 2, 100.0f, 2, -327.68f, 327.67f},
-      {"1 byte, scale 10", 1, 10.0f, 1, -12.8f, 12.7f},
-      {"cut toward zero", 2, 10.0f, 0, -3276.0f, 3276.0f},
-      {"4 bytes reach 2^31", 4, 1000.0f, 3, -2147483.648f, 2147483.648f},
-      {"decimals not fixed cut at 6", 1, 3.0f, 0xFFFFFFFFu, -42.666666f, 42.333333f},
-      {"plain float", 4, 1.0f, 2, lLowest, lHighest},
-      {"plain float, decimals not fixed", 4, 1.0f, 0xFFFFFFFFu, lLowest, lHighest},
+      {2, 100.0f, 2, -327.68f, 327.67f},
+      {1, 10.0f, 1, -12.8f, 12.7f},
+      {2, 10.0f, 0, -3276.0f, 3276.0f}, // cut toward zero
+      {4, 1000.0f, 3, -2147483.648f, 2147483.648f},
+      {1, 3.0f, 0xFFFFFFFFu, -42.666666f, 42.333333f},
+      {4, 1.0f, 2, lLowest, lHighest},
+      {4, 1.0f, 0xFFFFFFFFu, lLowest, lHighest},
   };
   for (const Case& c : lCases) {
-    SCOPED_TRACE(c.mName);
+    SCOPED_TRACE(testing::Message() << c.mUnitSize << " bytes, scale " << c.mScale);
     PxFloatProperty lProperty(F_EDITABLE, 1, 1, c.mUnitSize, c.mScale, c.mDecimals);
     EXPECT_FLOAT_EQ(lProperty.MinValue(), c.mMin);
     EXPECT_FLOAT_EQ(lProperty.MaxValue(), c.mMax);
@@ -153,7 +129,6 @@ TEST_F(NumericProperty, ScaledFloatStoresRoundedRawValuesAndIgnoresInvisibleChan
 {
   struct Case
   {
-    const char* mName;
     float mScale;
     PtU32 mDecimals;
     float mBefore, mSet;
@@ -161,15 +136,13 @@ TEST_F(NumericProperty, ScaledFloatStoresRoundedRawValuesAndIgnoresInvisibleChan
     bool mChanged;
   };
   const Case lCases[] = {
-      {"too small to show", 10.0f, 1, 1.0f, 1.04f, 10, false},
-      {"half away from zero, negative", 10.0f, 1, 0.0f, -1.25f, -13, true},
-      {"half away from zero, positive", 10.0f, 1, 0.0f, 1.25f, 13, true},
-      {"hundredths", 100.0f, 2, 0.0f, 3.14159f, 314, true},
-      {"shows differently, same raw", 10.0f, 2, 1.0f, 1.04f, 10, false},
-      {"zero", 10.0f, 1, 2.0f, 0.0f, 0, true},
+      {10.0f, 1, 1.0f, 1.04f, 10, false}, // both show 1.0
+      {10.0f, 1, 0.0f, -1.25f, -13, true},    {10.0f, 1, 0.0f, 1.25f, 13, true},
+      {100.0f, 2, 0.0f, 3.14159f, 314, true}, {10.0f, 2, 1.0f, 1.04f, 10, false}, // shows differently, same raw value
+      {10.0f, 1, 2.0f, 0.0f, 0, true},
   };
   for (const Case& c : lCases) {
-    SCOPED_TRACE(c.mName);
+    SCOPED_TRACE(c.mSet);
     PxFloatProperty lProperty(F_EDITABLE, 1, 1, 2, c.mScale, c.mDecimals);
     lProperty.SetCount(1);
     lProperty.SetValue(0, c.mBefore);
@@ -181,28 +154,7 @@ TEST_F(NumericProperty, ScaledFloatStoresRoundedRawValuesAndIgnoresInvisibleChan
   }
 }
 
-TEST_F(NumericProperty, FloatRefusesValuesOutsideItsLimits)
-{
-  PxFloatProperty lScaled(F_EDITABLE, 1, 1, 2, 100.0f, 2);
-  lScaled.SetCount(1);
-  lScaled.SetValue(0, 1.5f);
-  QSignalSpy lValues(&lScaled, &PxProperty::ValueChanged);
-  ExpectRefused([&] { lScaled.SetValue(0, 327.68f); }, 15, QStringLiteral("327.68"));
-  ExpectRefused([&] { lScaled.SetValue(0, -400.0f); }, 15, QStringLiteral("-400.00"));
-  ExpectRefused([&] { lScaled.SetValue(0, std::numeric_limits<float>::quiet_NaN()); }, 15, QStringLiteral("nan"));
-  EXPECT_FLOAT_EQ(lScaled.Value(0), 1.5f);
-  EXPECT_EQ(lValues.count(), 0);
-
-  PxFloatProperty lPlain(F_EDITABLE, 2, 1, 4, 1.0f, 1);
-  lPlain.SetCount(1);
-  lPlain.SetLimits(0.0f, 10.0f);
-  ExpectRefused([&] { lPlain.SetDoubleValue(0, 10.5); }, 15, QStringLiteral("10.5"));
-  lPlain.SetValue(0, 2.25f);
-  lPlain.SetValue(0, 2.25f);
-  EXPECT_FLOAT_EQ(lPlain.DoubleValue(0), 2.25);
-}
-
-TEST_F(NumericProperty, FloatSetLimitsClampsRealValues)
+TEST_F(NumericProperty, FloatRefusesValuesOutsideItsLimitsAndClampsToNewOnes)
 {
   PxFloatProperty lProperty(F_EDITABLE, 1, 1, 2, 10.0f, 1);
   lProperty.SetCount(3);
@@ -211,57 +163,51 @@ TEST_F(NumericProperty, FloatSetLimitsClampsRealValues)
   lProperty.SetValue(2, 9.9f);
   QSignalSpy lValues(&lProperty, &PxProperty::ValueChanged);
   QSignalSpy lLimits(&lProperty, &PxFloatProperty::LimitsChanged);
+  ExpectRefused([&] { lProperty.SetValue(0, 3276.8f); }, 15, QStringLiteral("3276.8"));
+  ExpectRefused([&] { lProperty.SetValue(0, std::numeric_limits<float>::quiet_NaN()); }, 15, QStringLiteral("nan"));
   lProperty.SetLimits(-1.0f, 5.0f);
   lProperty.SetLimits(-1.0f, 5.0f);
   EXPECT_EQ(Indexes(lValues), (std::vector<size_t>{0, 2}));
   EXPECT_EQ(lLimits.count(), 1);
   EXPECT_EQ(lProperty.RawValue(0), -10);
   EXPECT_EQ(lProperty.RawValue(2), 50);
+
+  PxFloatProperty lPlain(F_EDITABLE, 2, 1, 4, 1.0f, 1);
+  lPlain.SetCount(1);
+  lPlain.SetLimits(0.0f, 10.0f);
+  ExpectRefused([&] { lPlain.SetDoubleValue(0, 10.5); }, 15, QStringLiteral("10.5"));
+  lPlain.SetDoubleValue(0, 2.25);
+  EXPECT_EQ(lPlain.DoubleValue(0), 2.25);
 }
 
 TEST_F(NumericProperty, FloatTextsAreInTheUnitTheUserChose)
 {
   PxUnits::SetUnit(UT_DISTANCE, 2); // feet
-  struct Case
-  {
-    const char* mName;
-    PtU32 mDecimals;
-    int mUnitType;
-    const char* mFormat;
-    const char* mText;
-    const char* mFormatted;
+  const std::tuple<PtU32, int, const char*, const char*, const char*> lCases[] = {
+      {2, UT_DISTANCE, "%n %v %u", "3.28", "Range 3.28 ft"},
+      {3, UT_NONE, "%n: %v%u", "1.000", "Range: 1.000"},
+      {1, UT_DISTANCE, "%v %v %N %u%u", "3.3", "3.3 %v %N ft%u"}, // only the first of each
+      {0xFFFFFFFFu, UT_NONE, "%v", nullptr, "1"},
   };
-  const Case lCases[] = {
-      {"feet", 2, UT_DISTANCE, "%n %v %u", "3.28", "Range 3.28 ft"},
-      {"no unit", 3, UT_NONE, "%n: %v%u", "1.000", "Range: 1.000"},
-      {"only the first of each is replaced", 1, UT_DISTANCE, "%v %v %N %u%u", "3.3", "3.3 %v %N ft%u"},
-      {"decimals not fixed", 0xFFFFFFFFu, UT_NONE, "%v", nullptr, "1"},
-  };
-  for (const Case& c : lCases) {
-    SCOPED_TRACE(c.mName);
-    PxFloatProperty lProperty(F_EDITABLE, 1, 1, 4, 1.0f, c.mDecimals);
+  for (const auto& [lDecimals, lUnitType, lFormat, lText, lFormatted] : lCases) {
+    SCOPED_TRACE(lFormatted);
+    PxFloatProperty lProperty(F_EDITABLE, 1, 1, 4, 1.0f, lDecimals);
     lProperty.SetCount(1);
     lProperty.SetName(QStringLiteral("Range"));
-    lProperty.SetUnitType(c.mUnitType);
-    lProperty.SetFormat(QString::fromLatin1(c.mFormat));
+    lProperty.SetUnitType(lUnitType);
+    lProperty.SetFormat(QString::fromLatin1(lFormat));
     lProperty.SetValue(0, 1.0f);
-    if (c.mText) {
-      EXPECT_EQ(lProperty.TextValue(0), QString::fromLatin1(c.mText));
+    if (lText) {
+      EXPECT_EQ(lProperty.TextValue(0), QString::fromLatin1(lText));
     }
-    EXPECT_EQ(lProperty.FormattedValue(0), QString::fromLatin1(c.mFormatted));
+    EXPECT_EQ(lProperty.FormattedValue(0), QString::fromLatin1(lFormatted));
   }
-}
-
-TEST_F(NumericProperty, FloatWithoutFixedDecimalsWritesEveryDigit)
-{
-  PxFloatProperty lProperty(F_EDITABLE, 1, 1, 4, 1.0f, 0xFFFFFFFFu);
-  lProperty.SetCount(1);
-  lProperty.SetName(QStringLiteral("Step"));
-  lProperty.SetValue(0, 0.1f);
-  const QString lText = lProperty.TextValue(0);
-  EXPECT_EQ(lText.length(), 2 + 103);
-  EXPECT_TRUE(lText.startsWith(QStringLiteral("0.100000001490116119384765625000"))) << lText.toStdString();
-  EXPECT_EQ(lProperty.FormattedValue(0), QStringLiteral("Step 0.1"));
+  // Without fixed decimals the text has every digit of the stored number, 103 after the point.
+  PxFloatProperty lExact(F_EDITABLE, 2, 1, 4, 1.0f, 0xFFFFFFFFu);
+  lExact.SetCount(1);
+  lExact.SetValue(0, 0.1f);
+  EXPECT_EQ(lExact.TextValue(0).length(), 2 + 103);
+  EXPECT_TRUE(lExact.TextValue(0).startsWith(QStringLiteral("0.100000001490116119384765625000")));
 }
 
 TEST_F(NumericProperty, FloatTextInputIsReadInTheDisplayUnit)
@@ -298,7 +244,6 @@ TEST_F(NumericProperty, BoolTreatsAnyNonZeroAsTrue)
   lProperty.SetCount(2);
   QSignalSpy lValues(&lProperty, &PxProperty::ValueChanged);
   lProperty.SetDoubleValue(0, 0.5);
-  EXPECT_TRUE(lProperty.Value(0));
   EXPECT_EQ(lProperty.DoubleValue(0), 1.0);
   EXPECT_EQ(lProperty.FormattedValue(0), QStringLiteral("true"));
   EXPECT_EQ(lProperty.FormattedValue(1), QStringLiteral("false"));
@@ -307,8 +252,5 @@ TEST_F(NumericProperty, BoolTreatsAnyNonZeroAsTrue)
   lProperty.SetValue(1, true);
   lProperty.SetDoubleValue(0, -3.0);
   EXPECT_EQ(Indexes(lValues), std::vector<size_t>{0});
-  lProperty.SetValue(1, false);
-  EXPECT_EQ(lProperty.DoubleValue(1), 0.0);
-  EXPECT_EQ(lValues.count(), 2);
 }
 } // namespace
