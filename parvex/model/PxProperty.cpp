@@ -61,7 +61,8 @@ void PxProperty::SetTextValue(size_t aIndex, const QString& aValue)
   PtLogicError(10);
 }
 
-void PxProperty::SetWidgetEnableLabel(QString aLabel)
+// The text is taken by value as the operation has always been declared.
+void PxProperty::SetWidgetEnableLabel(QString aLabel) // NOLINT(performance-unnecessary-value-param)
 {
   // Only kinds whose widget has a disabler caption (text) use it.
   Q_UNUSED(aLabel);
@@ -145,7 +146,8 @@ void PxProperty::PostRead()
     for (size_t i = 0; i < lCount; ++i) {
       Pt32 lWide = 0;
       if (mUnitSize == 1) {
-        lWide = static_cast<std::int8_t>(lData[i]);
+        // Sign extension is the point here.
+        lWide = static_cast<std::int8_t>(lData[i]); // NOLINT(bugprone-signed-char-misuse)
       } else if (mUnitSize == 2) {
         std::int16_t lNarrow;
         std::memcpy(&lNarrow, lData + 2 * i, sizeof(lNarrow));

@@ -98,11 +98,17 @@ void PxTextProperty::SetValue(const PxTextProperty& aOther)
   std::vector<PtByte> lSource = aOther.Values();
   lSource.resize(lLenSrc, 0);
   ClearValue();
+  if (mType == TYPE_ASCII && aOther.mType == TYPE_UTF16) {
+    // UTF-16 does not fit 8-bit text in general. The value was cleared, so listeners still hear
+    // of it before the refusal.
+    Q_EMIT ValueChanged(0);
+    PtLogicError(12);
+  }
   PtByte* lData = Values().data();
   if (mType == aOther.mType) {
     PT_ASSERT(lLenDest >= lLenSrc);
     std::memcpy(lData, lSource.data(), lLenSrc);
-  } else if (mType == TYPE_UTF16) {
+  } else {
     // clang-format off
     PT_ASSERT(lLenDest >= lLenSrc*2);
     // clang-format on
@@ -110,10 +116,6 @@ void PxTextProperty::SetValue(const PxTextProperty& aOther)
       const PtU16 lUnit = lSource[i];
       std::memcpy(lData + 2 * i, &lUnit, sizeof(lUnit));
     }
-  } else {
-    // UTF-16 does not fit 8-bit text in general.
-    Q_EMIT ValueChanged(0);
-    PtLogicError(12);
   }
   Q_EMIT ValueChanged(0);
 }
