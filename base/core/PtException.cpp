@@ -48,6 +48,24 @@ QString PtFileFormatMessage(int aCode)
     return QCoreApplication::translate("PtException", "A frame was expected in the file but something else was found.");
   case 9:
     return QCoreApplication::translate("PtException", "The file's header section is of an unknown kind.");
+  case 20:
+    return QCoreApplication::translate("PtException", "The file is not a Parvex document.");
+  case 21:
+    return QCoreApplication::translate("PtException", "The document is not of the expected kind.");
+  case 22:
+    return QCoreApplication::translate("PtException", "The document holds a damaged record.");
+  case 23:
+    return QCoreApplication::translate("PtException", "A record of the document runs past the section that holds it.");
+  case 24:
+    return QCoreApplication::translate("PtException", "The document's sections are nested too deeply.");
+  case 25:
+    return QCoreApplication::translate("PtException", "An element of the document is shorter than expected.");
+  case 26:
+    return QCoreApplication::translate("PtException", "The document was written by a newer version of the software.");
+  case 27:
+    return QCoreApplication::translate("PtException", "The document's index does not match its sections.");
+  case 28:
+    return QCoreApplication::translate("PtException", "The document holds a section where a value was expected.");
   default:
     return QCoreApplication::translate("PtException", "The file is damaged or not in the expected format (format error %1).").arg(aCode);
   }

@@ -1,0 +1,309 @@
+#include "PtDocumentWriter.h"
+
+#include "PtAssert.h"
+#include "PtDocumentFormat_p.h"
+#include "PtException.h"
+#include "PtFile.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <vector>
+
+using namespace PtDocumentFormat;
+
+namespace {
+// Large enough that writing a frame costs one memcpy and a write every few dozen frames, small
+// enough to be irrelevant next to the application.
+constexpr size_t BUFFER_SIZE = 1u << 20;
+
+// Copies aCount items of a fixed size with constant-size moves, which the compiler turns into
+// plain loads and stores: one field of every echo travels without a per-item memcpy call.
+template <size_t N>
+void Gather(char* aOut, const char* aIn, size_t aCount, size_t aStride)
+{
+  for (size_t i = 0; i < aCount; ++i, aOut += N, aIn += aStride) {
+    std::memcpy(aOut, aIn, N);
+  }
+}
+} // namespace
+
+class PtDocumentWriter::Private
+{
+public:
+  struct OpenSection
+  {
+    PtU64 mOffset = 0;
+    PtU32 mId = 0;
+    PtU32 mFlag = 0;
+  };
+
+  explicit Private(const QString& aFileName)
+      : mFileName(aFileName)
+      , mFile(aFileName)
+  {
+  }
+
+  PtU64 Size() const { return mFlushed + mUsed; }
+
+  [[noreturn]] void WriteError()
+  {
+    const auto lError = mFile.error() != QFileDevice::NoError ? mFile.error() : QFileDevice::WriteError;
+    PtThrow<std::runtime_error>(static_cast<unsigned int>(lError),
+                                QCoreApplication::translate("PtDocumentWriter", "Cannot write %1: %2")
+                                    .arg(mFile.fileName(), mFile.errorString()));
+  }
+
+  void WriteToFile(const char* aData, PtU64 aSize)
+  {
+    if (aSize == 0) {
+      return;
+    }
+    if (mFile.write(aData, static_cast<qint64>(aSize)) != static_cast<qint64>(aSize)) {
+      WriteError();
+    }
+    mFlushed += aSize;
+  }
+
+  void Flush()
+  {
+    const size_t lUsed = mUsed;
+    mUsed = 0; // a failed write must not be retried from the destructor
+    WriteToFile(mBuffer.data(), lUsed);
+  }
+
+  void Append(const void* aData, size_t aSize)
+  {
+    if (aSize <= BUFFER_SIZE - mUsed) {
+      std::memcpy(mBuffer.data() + mUsed, aData, aSize);
+      mUsed += aSize;
+      return;
+    }
+    Flush();
+    if (aSize >= BUFFER_SIZE) {
+      WriteToFile(static_cast<const char*>(aData), aSize);
+    } else {
+      std::memcpy(mBuffer.data(), aData, aSize);
+      mUsed = aSize;
+    }
+  }
+
+  void AppendGather(const char* aData, PtU32 aUnitSize, PtU32 aCount, size_t aStride)
+  {
+    if (aUnitSize > BUFFER_SIZE / 4) {
+      for (PtU32 i = 0; i < aCount; ++i) {
+        Append(aData + i * aStride, aUnitSize);
+      }
+      return;
+    }
+    size_t lDone = 0;
+    while (lDone < aCount) {
+      if (BUFFER_SIZE - mUsed < aUnitSize) {
+        Flush();
+      }
+      const size_t lCount = std::min<size_t>(aCount - lDone, (BUFFER_SIZE - mUsed) / aUnitSize);
+      char* lOut = mBuffer.data() + mUsed;
+      const char* lIn = aData + lDone * aStride;
+      switch (aUnitSize) {
+      case 1:
+        Gather<1>(lOut, lIn, lCount, aStride);
+        break;
+      case 2:
+        Gather<2>(lOut, lIn, lCount, aStride);
+        break;
+      case 4:
+        Gather<4>(lOut, lIn, lCount, aStride);
+        break;
+      case 8:
+        Gather<8>(lOut, lIn, lCount, aStride);
+        break;
+      default:
+        for (size_t i = 0; i < lCount; ++i) {
+          std::memcpy(lOut + i * aUnitSize, lIn + i * aStride, aUnitSize);
+        }
+      }
+      mUsed += lCount * aUnitSize;
+      lDone += lCount;
+    }
+  }
+
+  // Sets the content length of a section once it has ended. While the section record is still
+  // buffered this is a store; otherwise everything buffered goes out first, so that the file
+  // never claims a length whose bytes are not on disk before it.
+  void PatchLength(PtU64 aRecordOffset, PtU64 aLength)
+  {
+    const PtU64 lField = aRecordOffset + SECTION_LENGTH_FIELD;
+    if (lField >= mFlushed) {
+      Store64(mBuffer.data() + (lField - mFlushed), aLength);
+      return;
+    }
+    Flush();
+    char lBytes[8];
+    Store64(lBytes, aLength);
+    if (!mFile.seek(static_cast<qint64>(lField)) || mFile.write(lBytes, 8) != 8 ||
+        !mFile.seek(static_cast<qint64>(mFlushed))) {
+      WriteError();
+    }
+  }
+
+  void MainSectionEnded(PtU64 aOffset, PtU32 aId, PtU32 aFlag)
+  {
+    char lEntry[INDEX_ENTRY_SIZE];
+    Store64(lEntry, aOffset);
+    Store32(lEntry + 8, aId);
+    Store32(lEntry + 12, aFlag);
+    mPendingIndex.insert(mPendingIndex.end(), lEntry, lEntry + INDEX_ENTRY_SIZE);
+    ++mMainSectionCount;
+    if (mPendingIndex.size() == INDEX_CHUNK_ENTRIES * INDEX_ENTRY_SIZE) {
+      WriteIndexChunk();
+    }
+  }
+
+  // Index chunks sit between main sections, each pointing to the one before, so the writer never
+  // holds more than one chunk of the index however long the recording runs.
+  void WriteIndexChunk()
+  {
+    const PtU64 lOffset = Size();
+    const PtU32 lCount = static_cast<PtU32>(mPendingIndex.size() / INDEX_ENTRY_SIZE);
+    char lHeader[INDEX_HEADER_SIZE] = {};
+    Store32(lHeader, TAG_INDEX);
+    Store32(lHeader + 4, lCount);
+    Store64(lHeader + 8, mLastChunk);
+    Store32(lHeader + 16, Checksum(mPendingIndex.data(), mPendingIndex.size(), mLastChunk ^ lCount));
+    Append(lHeader, sizeof lHeader);
+    Append(mPendingIndex.data(), mPendingIndex.size());
+    mPendingIndex.clear();
+    mLastChunk = lOffset;
+  }
+
+  QString mFileName;
+  PtFile mFile;
+  std::vector<char> mBuffer = std::vector<char>(BUFFER_SIZE);
+  size_t mUsed = 0;
+  PtU64 mFlushed = 0;
+  std::vector<OpenSection> mOpen;
+  std::vector<char> mPendingIndex;
+  PtU64 mLastChunk = 0;
+  PtU64 mMainSectionCount = 0;
+  bool mClosed = false;
+};
+
+PtDocumentWriter::PtDocumentWriter(const QString& aFileName, PtU32 aDocumentType)
+    : d(new Private(aFileName))
+{
+  d->mOpen.reserve(MAX_DEPTH);
+  d->mPendingIndex.reserve(INDEX_CHUNK_ENTRIES * INDEX_ENTRY_SIZE);
+  d->mFile.OpenOrThrow(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered);
+  char lHeader[FILE_HEADER_SIZE] = {};
+  Store32(lHeader, SIGNATURE);
+  Store32(lHeader + 4, aDocumentType);
+  Store32(lHeader + 8, FORMAT_VERSION);
+  d->WriteToFile(lHeader, sizeof lHeader);
+}
+
+PtDocumentWriter::~PtDocumentWriter()
+{
+  if (!d->mClosed) {
+    try {
+      d->Flush();
+    } catch (const std::exception&) {
+      // Nothing to report to: the writer's owner is being torn down. The file reads as cut.
+    }
+  }
+}
+
+void PtDocumentWriter::StartSection(PtU32 aId, PtU32 aVersion, PtU32 aFlag)
+{
+  PT_ASSERT(!d->mClosed);
+  PT_ASSERT(d->mOpen.size() < MAX_DEPTH);
+  char lRecord[SECTION_HEADER_SIZE];
+  Store32(lRecord, TAG_SECTION);
+  Store32(lRecord + 4, aId);
+  Store32(lRecord + 8, aVersion);
+  Store32(lRecord + 12, aFlag);
+  Store64(lRecord + SECTION_LENGTH_FIELD, OPEN_LENGTH);
+  d->mOpen.push_back({d->Size(), aId, aFlag});
+  d->Append(lRecord, sizeof lRecord);
+}
+
+void PtDocumentWriter::AddElement(PtU32 aId, const void* aData, PtU32 aUnitSize, PtU32 aCount, size_t aStride)
+{
+  PT_ASSERT(!d->mClosed);
+  PT_ASSERT(!d->mOpen.empty());
+  PT_ASSERT(aStride >= aUnitSize);
+  PT_ASSERT(aUnitSize > 0 || aCount == 0);
+  PT_ASSERT(aData != nullptr || aCount == 0);
+  char lRecord[ELEMENT_HEADER_SIZE];
+  Store32(lRecord, TAG_ELEMENT);
+  Store32(lRecord + 4, aId);
+  Store32(lRecord + 8, aUnitSize);
+  Store32(lRecord + 12, aCount);
+  d->Append(lRecord, sizeof lRecord);
+  if (aCount == 0) {
+    return;
+  }
+  if (aStride == aUnitSize || aCount == 1) {
+    d->Append(aData, static_cast<size_t>(aUnitSize) * aCount);
+  } else {
+    d->AppendGather(static_cast<const char*>(aData), aUnitSize, aCount, aStride);
+  }
+}
+
+void PtDocumentWriter::AddElement(PtU32 aId, const QString& aText)
+{
+  const QByteArray lUtf8 = aText.toUtf8();
+  AddElement(aId, lUtf8.constData(), 1, static_cast<PtU32>(lUtf8.size()), 1);
+}
+
+void PtDocumentWriter::EndSection()
+{
+  PT_ASSERT(!d->mClosed);
+  PT_ASSERT(!d->mOpen.empty());
+  const Private::OpenSection lSection = d->mOpen.back();
+  d->mOpen.pop_back();
+  d->PatchLength(lSection.mOffset, d->Size() - lSection.mOffset - SECTION_HEADER_SIZE);
+  if (d->mOpen.empty()) {
+    d->MainSectionEnded(lSection.mOffset, lSection.mId, lSection.mFlag);
+  }
+}
+
+void PtDocumentWriter::EndLastSection()
+{
+  PT_ASSERT(!d->mClosed);
+  while (!d->mOpen.empty()) {
+    EndSection();
+  }
+  if (!d->mPendingIndex.empty()) {
+    d->WriteIndexChunk();
+  }
+  char lTrailer[TRAILER_SIZE];
+  Store32(lTrailer, TAG_TRAILER);
+  Store64(lTrailer + 8, d->mLastChunk);
+  Store64(lTrailer + 16, d->mMainSectionCount);
+  Store32(lTrailer + 4, Checksum(lTrailer + 8, 16));
+  d->Append(lTrailer, sizeof lTrailer);
+  d->Flush();
+  d->mClosed = true;
+  d->mFile.close();
+}
+
+PtU64 PtDocumentWriter::FileSize() const
+{
+  return d->Size();
+}
+
+const QString& PtDocumentWriter::FileName() const
+{
+  return d->mFileName;
+}
+
+void PtDocumentWriter::CopyRaw(const char* aData, size_t aSize)
+{
+  PT_ASSERT(!d->mClosed && d->mOpen.empty());
+  d->Append(aData, aSize);
+}
+
+void PtDocumentWriter::CopiedMainSection(PtU64 aOffset, PtU32 aId, PtU32 aFlag)
+{
+  d->MainSectionEnded(aOffset, aId, aFlag);
+}

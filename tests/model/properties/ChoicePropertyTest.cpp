@@ -1,0 +1,154 @@
+#include "PropertyTestSupport.h"
+#include "PxBitFieldProperty.h"
+#include "PxEnumProperty.h"
+#include "PxTextProperty.h"
+
+namespace {
+constexpr PtU32 NONE = 0xFFFFFFFFu;
+using Text = PxTextProperty;
+
+TEST(EnumProperty, AcceptsOnlyListedValues)
+{
+  PxEnumProperty lProperty(F_EDITABLE, 1, 1, 1);
+  lProperty.AddEnumValue(0, QStringLiteral("Off"));
+  lProperty.AddEnumValue(1, QStringLiteral("On"));
+  lProperty.SetCount(1);
+  QSignalSpy lValues(&lProperty, &PxProperty::ValueChanged);
+  ExpectRefused([&] { lProperty.SetValue(0, 2); }, 5, QStringLiteral("2"));
+  ExpectRefused([&] { lProperty.SetDoubleValue(0, -1.0); }, 5, QStringLiteral("4294967295"));
+  lProperty.SetValue(0, 0);
+  lProperty.SetDoubleValue(0, 1.7);
+  lProperty.SetValue(0, 1);
+  EXPECT_EQ(lProperty.DoubleValue(0), 1.0);
+  EXPECT_EQ(lValues.count(), 1);
+  EXPECT_EQ(lProperty.ValueIndex(0), 1u);
+  EXPECT_EQ(lProperty.FormattedValue(0), QStringLiteral("On"));
+  EXPECT_EQ(lProperty.GetIndexFromValue(QStringLiteral("On")), 1u);
+}
+
+TEST(EnumProperty, LooksUpPositionsAndValues)
+{
+  // Values that differ from their positions show which of the two each lookup gives.
+  PxEnumProperty lProperty(F_EDITABLE, 1, 1, 2);
+  lProperty.AddEnumValue(20, QStringLiteral("High"));
+  lProperty.AddEnumValue(10, QStringLiteral("Low"));
+  lProperty.AddEnumValue(20, QStringLiteral("Maximum"));
+  lProperty.SetCount(2);
+  lProperty.SetValueIndex(1, 2);
+  EXPECT_EQ(lProperty.Value(1), 20u);
+  EXPECT_EQ(lProperty.ValueIndex(1), 0u) << "the first entry with the value wins";
+  EXPECT_EQ(lProperty.ValueIndex(0), NONE) << "0 is not listed";
+  EXPECT_EQ(lProperty.GetIndexFromValue(QStringLiteral("Low")), 10u) << "gives the value, not the position";
+  EXPECT_EQ(lProperty.GetIndexFromValue(QStringLiteral("low")), NONE);
+  EXPECT_EQ(lProperty.FormattedValue(1), QStringLiteral("High"));
+  // A value that came from a device or a file without being listed still shows.
+  EXPECT_EQ(lProperty.FormattedValue(0), QStringLiteral("0"));
+  EXPECT_DEATH(lProperty.SetValueIndex(0, 3), AssertionMessage("aEnumIndex < mEnumValues.size()", "PxEnumProperty"));
+}
+
+TEST(BitFieldProperty, HoldsAnyWordAndNamesSingleBits)
+{
+  const std::pair<PtU32, PtU32> lBits[] = {{1, 0}, {8, 3}, {0x10000, 16}, {0x80000000u, 31}};
+  for (const auto& [lMask, lBit] : lBits) {
+    EXPECT_EQ(PxBitFieldProperty::MaskToBit(lMask), lBit) << lMask;
+  }
+  const std::pair<PtU32, const char*> lBad[] = {{6, "6"}, {0, "0"}, {0xFFFFFFFFu, "ffffffff"}};
+  for (const auto& [lMask, lText] : lBad) {
+    ExpectRefused([&] { PxBitFieldProperty::MaskToBit(lMask); }, 14, QString::fromLatin1(lText),
+                  QStringLiteral("aMask"));
+  }
+  PxBitFieldProperty lProperty(F_EDITABLE, 1, 1, 4);
+  lProperty.SetCount(2);
+  QSignalSpy lValues(&lProperty, &PxProperty::ValueChanged);
+  lProperty.SetValue(1, 0xFFFFFFFFu);
+  lProperty.SetValue(1, 0xFFFFFFFFu);
+  lProperty.SetDoubleValue(0, 5.9);
+  EXPECT_EQ(Indexes(lValues), (std::vector<size_t>{1, 0}));
+  EXPECT_EQ(lProperty.DoubleValue(1), 4294967295.0);
+  EXPECT_EQ(lProperty.FormattedValue(0), QStringLiteral("5"));
+}
+
+TEST(TextProperty, KeepsTextUpToItsMaximumLengthAndReportsEverySet)
+{
+  const std::tuple<Text::eType, PtU32, QString> lCases[] = {
+      {Text::TYPE_ASCII, 11, QStringLiteral("1234567-ABC")},
+      {Text::TYPE_ASCII, 11, QStringLiteral("12")},
+      {Text::TYPE_UTF16, 32, QStringLiteral("Sensor Nord-Ost 0123").left(16)},
+      {Text::TYPE_UTF16, 64, QString::fromUtf8("Größe 測距 \xF0\x9F\x93\xA1")},
+      {Text::TYPE_UTF16, 8, QString()},
+  };
+  for (const auto& [lType, lMaxLength, lText] : lCases) {
+    SCOPED_TRACE(lText.toStdString());
+    Text lProperty(F_EDITABLE, lType, 1, 1, lMaxLength);
+    EXPECT_EQ(lProperty.TextValue(0), QString()) << "no value yet";
+    lProperty.SetCount(1);
+    QSignalSpy lValues(&lProperty, &PxProperty::ValueChanged);
+    lProperty.SetTextValue(0, QStringLiteral("older and longer").left(static_cast<int>(lMaxLength) / 2));
+    lProperty.SetTextValue(0, lText);
+    lProperty.SetTextValue(0, lText);
+    EXPECT_EQ(lProperty.FormattedValue(0), lText);
+    EXPECT_EQ(Indexes(lValues), (std::vector<size_t>{0, 0, 0})) << "even when the text is the same";
+  }
+  Text lUtf16(F_EDITABLE, Text::TYPE_UTF16, 1, 1, 32);
+  lUtf16.SetCount(1);
+  EXPECT_DEATH(lUtf16.SetTextValue(0, QString(17, QLatin1Char('x'))),
+               AssertionMessage("aValue.length()*2 <= (int) MaxLength()", "PxTextProperty"));
+  Text lAscii(F_EDITABLE, Text::TYPE_ASCII, 2, 1, 11);
+  lAscii.SetCount(1);
+  EXPECT_DEATH(lAscii.SetTextValue(0, QString(12, QLatin1Char('x'))),
+               AssertionMessage("lTmp.length() <= (int) MaxLength()", "PxTextProperty"));
+  EXPECT_DEATH(lAscii.TextValue(1), AssertionMessage("aIndex == 0", "PxTextProperty"));
+}
+
+TEST(TextProperty, RawDeviceTextIsCutToTheMaximumLength)
+{
+  const std::tuple<const char*, size_t, const char*> lCases[] = {
+      {"V1.2\0junk", PT_ALL, "V1.2"},
+      {"V1.2.3", 4, "V1.2"},
+      {"0123456789ABCDEF", PT_ALL, "01234567"},
+      {"0123456789ABCDEF", 12, "01234567"},
+  };
+  for (const auto& [lBytes, lLength, lText] : lCases) {
+    Text lProperty(CAT_CONFIGURATION, Text::TYPE_ASCII, 1, 1, 8);
+    lProperty.SetCount(1);
+    lProperty.SetTextValue(0, QStringLiteral("XXXXXXXX"));
+    lProperty.SetValue(lBytes, lLength);
+    EXPECT_EQ(lProperty.TextValue(0), QString::fromLatin1(lText));
+  }
+  Text lUtf16(CAT_CONFIGURATION, Text::TYPE_UTF16, 2, 1, 8);
+  lUtf16.SetCount(1);
+  QSignalSpy lValues(&lUtf16, &PxProperty::ValueChanged);
+  ExpectLogicError([&] { lUtf16.SetValue("abc", PT_ALL); }, 11);
+  EXPECT_EQ(lValues.count(), 1);
+}
+
+TEST(TextProperty, CopiesBetweenTextKinds)
+{
+  const std::tuple<Text::eType, PtU32, Text::eType, PtU32> lCases[] = {
+      {Text::TYPE_ASCII, 12, Text::TYPE_ASCII, 8},
+      {Text::TYPE_UTF16, 16, Text::TYPE_ASCII, 8},
+      {Text::TYPE_UTF16, 16, Text::TYPE_UTF16, 16},
+  };
+  for (const auto& [lToType, lToLength, lFromType, lFromLength] : lCases) {
+    SCOPED_TRACE(lToType * 10 + lFromType);
+    Text lFrom(CAT_CONFIGURATION, lFromType, 1, 1, lFromLength);
+    lFrom.SetCount(1);
+    lFrom.SetTextValue(0, QStringLiteral("PX-42"));
+    Text lTo(CAT_CONFIGURATION, lToType, 2, 1, lToLength);
+    lTo.SetCount(1);
+    lTo.SetTextValue(0, QStringLiteral("previous"));
+    QSignalSpy lValues(&lTo, &PxProperty::ValueChanged);
+    lTo.SetValue(lFrom);
+    lTo.SetValue(lTo);
+    EXPECT_EQ(lTo.TextValue(0), QStringLiteral("PX-42"));
+    EXPECT_EQ(lValues.count(), 2);
+  }
+  Text lAscii(CAT_CONFIGURATION, Text::TYPE_ASCII, 1, 1, 16);
+  Text lUtf16(CAT_CONFIGURATION, Text::TYPE_UTF16, 2, 1, 16);
+  ExpectLogicError([&] { lAscii.SetValue(lUtf16); }, 12);
+  Text lShortAscii(CAT_CONFIGURATION, Text::TYPE_ASCII, 3, 1, 8);
+  Text lShortUtf16(CAT_CONFIGURATION, Text::TYPE_UTF16, 4, 1, 15);
+  EXPECT_DEATH(lShortAscii.SetValue(lAscii), AssertionMessage("lLenDest >= lLenSrc", "PxTextProperty"));
+  EXPECT_DEATH(lShortUtf16.SetValue(lShortAscii), AssertionMessage("lLenDest >= lLenSrc*2", "PxTextProperty"));
+}
+} // namespace

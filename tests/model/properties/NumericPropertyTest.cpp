@@ -1,0 +1,256 @@
+#include "PropertyTestSupport.h"
+#include "PxBoolProperty.h"
+#include "PxFloatProperty.h"
+#include "PxIntegerProperty.h"
+#include "PxUnits.h"
+
+#include <limits>
+
+namespace {
+// Unit conversions need the table; every test starts from metres.
+class NumericProperty : public ::testing::Test
+{
+protected:
+  void SetUp() override
+  {
+    PxUnits::Initialize();
+    PxUnits::SetUnit(UT_DISTANCE, 1);
+  }
+  void TearDown() override { PxUnits::SetUnit(UT_DISTANCE, 1); }
+};
+
+TEST_F(NumericProperty, IntegerStartsWithTheWidestLimitsOfItsSize)
+{
+  // Two-byte values accept 65536 until the device sets real limits; devices rely on it.
+  const std::pair<PtU32, Pt32> lCases[] = {{1, 255}, {2, 65536}, {4, 2147483647}};
+  for (const auto& [lUnitSize, lMaximum] : lCases) {
+    SCOPED_TRACE(lUnitSize);
+    PxIntegerProperty lProperty(F_EDITABLE, 1, 1, lUnitSize);
+    lProperty.SetCount(1);
+    EXPECT_EQ(lProperty.MinValue(), 0);
+    EXPECT_EQ(lProperty.MaxValue(), lMaximum);
+    QSignalSpy lValues(&lProperty, &PxProperty::ValueChanged);
+    lProperty.SetValue(0, lMaximum);
+    lProperty.SetValue(0, lMaximum);
+    if (lMaximum < std::numeric_limits<Pt32>::max()) {
+      ExpectRefused([&] { lProperty.SetValue(0, lMaximum + 1); }, 10, QString::number(lMaximum + 1));
+    }
+    ExpectRefused([&] { lProperty.SetValue(0, -1); }, 10, QStringLiteral("-1"));
+    EXPECT_EQ(lProperty.Value(0), lMaximum);
+    EXPECT_EQ(lValues.count(), 1);
+    // With limits not checked the "off" value outside the range is stored.
+    lProperty.SetLimitsNotChecked(true);
+    lProperty.SetValue(0, -1);
+    EXPECT_EQ(lProperty.Value(0), -1);
+  }
+}
+
+TEST_F(NumericProperty, IntegerSetLimitsClampsValuesAndAnnouncesTheLimits)
+{
+  struct Case
+  {
+    int mMin, mMax;
+    bool mNotChecked;
+    std::vector<Pt32> mAfter; // values before: 5, 50, 500
+    std::vector<size_t> mChanged;
+    int mLimitSignals;
+  };
+  const Case lCases[] = {
+      {0, 65536, false, {5, 50, 500}, {}, 0},
+      {0, 1000, false, {5, 50, 500}, {}, 1},
+      {10, 100, false, {10, 50, 100}, {0, 2}, 1},
+      {10, 100, true, {5, 50, 500}, {}, 1},
+  };
+  for (const Case& c : lCases) {
+    SCOPED_TRACE(c.mMax);
+    PxIntegerProperty lProperty(F_EDITABLE, 1, 1, 2);
+    lProperty.SetCount(3);
+    lProperty.SetValue(0, 5);
+    lProperty.SetValue(1, 50);
+    lProperty.SetValue(2, 500);
+    lProperty.SetLimitsNotChecked(c.mNotChecked);
+    QSignalSpy lValues(&lProperty, &PxProperty::ValueChanged);
+    QSignalSpy lLimits(&lProperty, &PxIntegerProperty::LimitsChanged);
+    lProperty.SetLimits(c.mMin, c.mMax);
+    EXPECT_EQ(Indexes(lValues), c.mChanged);
+    EXPECT_EQ(lLimits.count(), c.mLimitSignals);
+    for (size_t i = 0; i < 3; ++i) {
+      EXPECT_EQ(lProperty.Value(i), c.mAfter[i]) << i;
+    }
+  }
+}
+
+TEST_F(NumericProperty, IntegerGenericAccessTruncatesAndFormatsBareNumbers)
+{
+  PxIntegerProperty lProperty(F_EDITABLE, 1, 1, 4);
+  lProperty.SetCount(1);
+  lProperty.SetLimits(-100, 100);
+  lProperty.SetFormat(QStringLiteral("%n %v dB"));
+  const std::pair<double, Pt32> lCases[] = {{2.9, 2}, {-2.9, -2}, {-0.5, 0}, {100.99, 100}};
+  for (const auto& [lNumber, lValue] : lCases) {
+    lProperty.SetDoubleValue(0, lNumber);
+    EXPECT_EQ(lProperty.DoubleValue(0), lValue) << lNumber;
+  }
+  EXPECT_EQ(lProperty.FormattedValue(0), QStringLiteral("100"));
+  // Numbers beyond the 32-bit range meet the limits instead of wrapping into them.
+  ExpectRefused([&] { lProperty.SetDoubleValue(0, 4294967296.0 + 5); }, 10, QStringLiteral("2147483647"));
+}
+
+TEST_F(NumericProperty, FloatLimitsFollowTheRawRangeAndTheDecimalsShown)
+{
+  struct Case
+  {
+    PtU32 mUnitSize;
+    float mScale;
+    PtU32 mDecimals;
+    float mMin, mMax;
+  };
+  const float lLowest = std::numeric_limits<float>::lowest();
+  const float lHighest = std::numeric_limits<float>::max();
+  const Case lCases[] = {
+      {2, 100.0f, 2, -327.68f, 327.67f},
+      {1, 10.0f, 1, -12.8f, 12.7f},
+      {2, 10.0f, 0, -3276.0f, 3276.0f}, // cut toward zero
+      {4, 1000.0f, 3, -2147483.648f, 2147483.648f},
+      {1, 3.0f, 0xFFFFFFFFu, -42.666666f, 42.333333f},
+      {4, 1.0f, 2, lLowest, lHighest},
+      {4, 1.0f, 0xFFFFFFFFu, lLowest, lHighest},
+  };
+  for (const Case& c : lCases) {
+    SCOPED_TRACE(testing::Message() << c.mUnitSize << " bytes, scale " << c.mScale);
+    PxFloatProperty lProperty(F_EDITABLE, 1, 1, c.mUnitSize, c.mScale, c.mDecimals);
+    EXPECT_FLOAT_EQ(lProperty.MinValue(), c.mMin);
+    EXPECT_FLOAT_EQ(lProperty.MaxValue(), c.mMax);
+    EXPECT_EQ(lProperty.Signed(), c.mScale != 1.0f);
+  }
+}
+
+TEST_F(NumericProperty, ScaledFloatStoresRoundedRawValuesAndIgnoresInvisibleChanges)
+{
+  struct Case
+  {
+    float mScale;
+    PtU32 mDecimals;
+    float mBefore, mSet;
+    Pt32 mRaw;
+    bool mChanged;
+  };
+  const Case lCases[] = {
+      {10.0f, 1, 1.0f, 1.04f, 10, false}, // both show 1.0
+      {10.0f, 1, 0.0f, -1.25f, -13, true},    {10.0f, 1, 0.0f, 1.25f, 13, true},
+      {100.0f, 2, 0.0f, 3.14159f, 314, true}, {10.0f, 2, 1.0f, 1.04f, 10, false}, // shows differently, same raw value
+      {10.0f, 1, 2.0f, 0.0f, 0, true},
+  };
+  for (const Case& c : lCases) {
+    SCOPED_TRACE(c.mSet);
+    PxFloatProperty lProperty(F_EDITABLE, 1, 1, 2, c.mScale, c.mDecimals);
+    lProperty.SetCount(1);
+    lProperty.SetValue(0, c.mBefore);
+    QSignalSpy lValues(&lProperty, &PxProperty::ValueChanged);
+    lProperty.SetValue(0, c.mSet);
+    EXPECT_EQ(lProperty.RawValue(0), c.mRaw);
+    EXPECT_EQ(lValues.count(), c.mChanged ? 1 : 0);
+    EXPECT_FLOAT_EQ(lProperty.Value(0), c.mRaw / c.mScale);
+  }
+}
+
+TEST_F(NumericProperty, FloatRefusesValuesOutsideItsLimitsAndClampsToNewOnes)
+{
+  PxFloatProperty lProperty(F_EDITABLE, 1, 1, 2, 10.0f, 1);
+  lProperty.SetCount(3);
+  lProperty.SetValue(0, -5.0f);
+  lProperty.SetValue(1, 1.5f);
+  lProperty.SetValue(2, 9.9f);
+  QSignalSpy lValues(&lProperty, &PxProperty::ValueChanged);
+  QSignalSpy lLimits(&lProperty, &PxFloatProperty::LimitsChanged);
+  ExpectRefused([&] { lProperty.SetValue(0, 3276.8f); }, 15, QStringLiteral("3276.8"));
+  ExpectRefused([&] { lProperty.SetValue(0, std::numeric_limits<float>::quiet_NaN()); }, 15, QStringLiteral("nan"));
+  lProperty.SetLimits(-1.0f, 5.0f);
+  lProperty.SetLimits(-1.0f, 5.0f);
+  EXPECT_EQ(Indexes(lValues), (std::vector<size_t>{0, 2}));
+  EXPECT_EQ(lLimits.count(), 1);
+  EXPECT_EQ(lProperty.RawValue(0), -10);
+  EXPECT_EQ(lProperty.RawValue(2), 50);
+
+  PxFloatProperty lPlain(F_EDITABLE, 2, 1, 4, 1.0f, 1);
+  lPlain.SetCount(1);
+  lPlain.SetLimits(0.0f, 10.0f);
+  ExpectRefused([&] { lPlain.SetDoubleValue(0, 10.5); }, 15, QStringLiteral("10.5"));
+  lPlain.SetDoubleValue(0, 2.25);
+  EXPECT_EQ(lPlain.DoubleValue(0), 2.25);
+}
+
+TEST_F(NumericProperty, FloatTextsAreInTheUnitTheUserChose)
+{
+  PxUnits::SetUnit(UT_DISTANCE, 2); // feet
+  const std::tuple<PtU32, int, const char*, const char*, const char*> lCases[] = {
+      {2, UT_DISTANCE, "%n %v %u", "3.28", "Range 3.28 ft"},
+      {3, UT_NONE, "%n: %v%u", "1.000", "Range: 1.000"},
+      {1, UT_DISTANCE, "%v %v %N %u%u", "3.3", "3.3 %v %N ft%u"}, // only the first of each
+      {0xFFFFFFFFu, UT_NONE, "%v", nullptr, "1"},
+  };
+  for (const auto& [lDecimals, lUnitType, lFormat, lText, lFormatted] : lCases) {
+    SCOPED_TRACE(lFormatted);
+    PxFloatProperty lProperty(F_EDITABLE, 1, 1, 4, 1.0f, lDecimals);
+    lProperty.SetCount(1);
+    lProperty.SetName(QStringLiteral("Range"));
+    lProperty.SetUnitType(lUnitType);
+    lProperty.SetFormat(QString::fromLatin1(lFormat));
+    lProperty.SetValue(0, 1.0f);
+    if (lText) {
+      EXPECT_EQ(lProperty.TextValue(0), QString::fromLatin1(lText));
+    }
+    EXPECT_EQ(lProperty.FormattedValue(0), QString::fromLatin1(lFormatted));
+  }
+  // Without fixed decimals the text has every digit of the stored number, 103 after the point.
+  PxFloatProperty lExact(F_EDITABLE, 2, 1, 4, 1.0f, 0xFFFFFFFFu);
+  lExact.SetCount(1);
+  lExact.SetValue(0, 0.1f);
+  EXPECT_EQ(lExact.TextValue(0).length(), 2 + 103);
+  EXPECT_TRUE(lExact.TextValue(0).startsWith(QStringLiteral("0.100000001490116119384765625000")));
+}
+
+TEST_F(NumericProperty, FloatTextInputIsReadInTheDisplayUnit)
+{
+  PxUnits::SetUnit(UT_DISTANCE, 2);
+  PxFloatProperty lProperty(F_EDITABLE, 1, 1, 4, 1000.0f, 3);
+  lProperty.SetUnitType(UT_DISTANCE);
+  lProperty.SetCount(1);
+  QSignalSpy lValues(&lProperty, &PxProperty::ValueChanged);
+  lProperty.SetTextValue(0, QStringLiteral("10"));
+  EXPECT_EQ(lProperty.RawValue(0), 3048);
+  EXPECT_EQ(lProperty.TextValue(0), QStringLiteral("10.000"));
+  // The same number written differently is not a change.
+  lProperty.SetTextValue(0, QStringLiteral("10.000"));
+  lProperty.SetTextValue(0, QStringLiteral("1e1"));
+  EXPECT_EQ(lValues.count(), 1);
+  ExpectRefused([&] { lProperty.SetTextValue(0, QStringLiteral("ten")); }, 16, QStringLiteral("ten"));
+  ExpectRefused([&] { lProperty.SetTextValue(0, QString()); }, 16, QString());
+  EXPECT_EQ(lProperty.RawValue(0), 3048);
+
+  // Typing the shown value again must not move a plain float by the round trip through feet.
+  PxFloatProperty lPlain(F_EDITABLE, 2, 1, 4, 1.0f, 2);
+  lPlain.SetUnitType(UT_DISTANCE);
+  lPlain.SetCount(1);
+  lPlain.SetValue(0, 3.0f);
+  ASSERT_EQ(lPlain.TextValue(0), QStringLiteral("9.84"));
+  lPlain.SetTextValue(0, QStringLiteral("9.840"));
+  EXPECT_EQ(lPlain.Value(0), 3.0f);
+}
+
+TEST_F(NumericProperty, BoolTreatsAnyNonZeroAsTrue)
+{
+  PxBoolProperty lProperty(F_EDITABLE, 1, 1);
+  lProperty.SetCount(2);
+  QSignalSpy lValues(&lProperty, &PxProperty::ValueChanged);
+  lProperty.SetDoubleValue(0, 0.5);
+  EXPECT_EQ(lProperty.DoubleValue(0), 1.0);
+  EXPECT_EQ(lProperty.FormattedValue(0), QStringLiteral("true"));
+  EXPECT_EQ(lProperty.FormattedValue(1), QStringLiteral("false"));
+  // A device that sends 2 for true has sent true.
+  lProperty.Values()[1] = 2;
+  lProperty.SetValue(1, true);
+  lProperty.SetDoubleValue(0, -3.0);
+  EXPECT_EQ(Indexes(lValues), std::vector<size_t>{0});
+}
+} // namespace
