@@ -3,6 +3,8 @@
 #include "PtDocumentReader.h"
 #include "PtDocumentWriter.h"
 #include "PtException.h"
+#include "PxControlConnection.h"
+#include "PxProtocolReader.h"
 
 #include <QMetaType>
 
@@ -184,6 +186,41 @@ void PxProperty::ReadFromFile(PtDocumentReader& aReader)
   std::vector<PtByte> lValues(static_cast<size_t>(lCount) * mStride, 0);
   aReader.GetElement(lValues.data(), mUnitSize, lCount, mStride);
   mValues.swap(lValues);
+  SetEditable(HasFlag(F_EDITABLE));
+  PostRead();
+}
+
+void PxProperty::WriteToPtProtocol(PxControlConnection& aConnection)
+{
+  const size_t lCount = Count();
+  if (mDeviceId == 0 || lCount == 0) {
+    return;
+  }
+  // A wire element counts its items in 16 bits; no device property comes near that.
+  PT_ASSERT(lCount <= 0xFFFF);
+  aConnection.Writer().AddElement(mDeviceId, static_cast<unsigned short>(lCount), mUnitSize, mValues.data(), mStride);
+}
+
+void PxProperty::ReadFromPtProtocol(PxProtocolReader& aReader)
+{
+  const PtU16 lCount = aReader.Count();
+  const PtU32 lWireSize = aReader.UnitSize();
+  std::vector<PtByte> lValues;
+  PtU32 lSize = mUnitSize;
+  if (mUnitSize > lWireSize) {
+    // The device sends narrower items than the property holds: start from zeros so that every
+    // value arrives zero-extended.
+    lValues.assign(static_cast<size_t>(lCount) * mStride, 0);
+    lSize = lWireSize;
+  } else {
+    lValues = mValues;
+    lValues.resize(static_cast<size_t>(lCount) * mStride, 0);
+  }
+  // Decoded into a copy: an answer that does not fit (wider items fail with a protocol error)
+  // leaves the property as it was.
+  aReader.ReadElement(lValues.data(), lCount, lSize, mStride);
+  mValues.swap(lValues);
+  // Every read resets the editable flags; the device applies its own rule afterwards.
   SetEditable(HasFlag(F_EDITABLE));
   PostRead();
 }
