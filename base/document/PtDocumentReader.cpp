@@ -261,7 +261,7 @@ public:
     size_t lFilled = lList.size();
     PtU64 lChunk = mLastChunk;
     while (lChunk != 0) {
-      if (lChunk < FILE_HEADER_SIZE || lChunk > mDataEnd - INDEX_HEADER_SIZE) {
+      if (lChunk < FILE_HEADER_SIZE || lChunk + INDEX_HEADER_SIZE > mDataEnd) {
         Fail(ERROR_INDEX, lChunk);
       }
       const char* lHeader = Peek(lChunk, INDEX_HEADER_SIZE, INDEX_HEADER_SIZE);
@@ -290,7 +290,7 @@ public:
     PtU64 lPrevious = FILE_HEADER_SIZE;
     for (size_t i = 0; i < lList.size(); ++i) {
       const PtU64 lOffset = lList[i].mOffset;
-      if (lOffset < lPrevious || lOffset > mDataEnd - SECTION_HEADER_SIZE) {
+      if (lOffset < lPrevious || lOffset + SECTION_HEADER_SIZE > mDataEnd) {
         Fail(ERROR_INDEX, lOffset);
       }
       lPrevious = lOffset + SECTION_HEADER_SIZE;
