@@ -261,7 +261,7 @@ public:
     size_t lFilled = lList.size();
     PtU64 lChunk = mLastChunk;
     while (lChunk != 0) {
-      if (lChunk < FILE_HEADER_SIZE || lChunk > mDataEnd - INDEX_HEADER_SIZE) {
+      if (lChunk < FILE_HEADER_SIZE || lChunk + INDEX_HEADER_SIZE > mDataEnd) {
         Fail(ERROR_INDEX, lChunk);
       }
       const char* lHeader = Peek(lChunk, INDEX_HEADER_SIZE, INDEX_HEADER_SIZE);
@@ -290,7 +290,7 @@ public:
     PtU64 lPrevious = FILE_HEADER_SIZE;
     for (size_t i = 0; i < lList.size(); ++i) {
       const PtU64 lOffset = lList[i].mOffset;
-      if (lOffset < lPrevious || lOffset > mDataEnd - SECTION_HEADER_SIZE) {
+      if (lOffset < lPrevious || lOffset + SECTION_HEADER_SIZE > mDataEnd) {
         Fail(ERROR_INDEX, lOffset);
       }
       lPrevious = lOffset + SECTION_HEADER_SIZE;
@@ -316,8 +316,8 @@ public:
       lPosition += lHeader.mSize;
     }
     if (lPosition < mFileSize) {
-      qCInfo(lcDocument) << mFileName << "ends in an incomplete section at" << lPosition << "of" << mFileSize
-                         << "bytes; the document is read up to there";
+      qCDebug(lcDocument) << mFileName << "ends in an incomplete section at" << lPosition << "of" << mFileSize
+                          << "bytes; the document is read up to there";
     }
     mList.swap(lList);
     mListEnd = std::max<PtU64>(lPosition, FILE_HEADER_SIZE);
@@ -397,7 +397,7 @@ public:
   PtU64 mLastChunk = 0;    // from the trailer
   PtU64 mIndexedCount = 0; // from the trailer
 
-  std::vector<char> mWindow = std::vector<char>(WINDOW_SIZE);
+  std::vector<char> mWindow; // sized at open: a small document needs no large window
   PtU64 mWindowStart = 0;
   size_t mWindowUsed = 0;
 
@@ -425,6 +425,7 @@ PtDocumentReader::PtDocumentReader(const QString& aFileName)
   d->mFile.OpenOrThrow(QIODevice::ReadOnly | QIODevice::Unbuffered);
   d->mFileSize = static_cast<PtU64>(std::max<qint64>(0, d->mFile.size()));
   d->mEnds.reserve(MAX_DEPTH);
+  d->mWindow.resize(static_cast<size_t>(std::min<PtU64>(WINDOW_SIZE, d->mFileSize)));
 
   // A file shorter than its header is a writer stopped at once: an empty document, provided that
   // what is there is the start of a header.

@@ -1,1 +1,428 @@
+// Element round trips, files cut by a killed writer, and damaged or hostile files.
+#include "DocumentTestSupport.h"
+#include "PtException.h"
+#include "PxTest.h"
+
+#include <QDir>
+#include <QFileInfo>
+
 #include <gtest/gtest.h>
+#include <random>
+
+using namespace DocumentTest;
+
+namespace {
+QString Path(const QString& aName)
+{
+  return PxTest::ScratchDir() + QLatin1Char('/') + aName;
+}
+
+unsigned int CodeOf(const std::exception& aException)
+{
+  unsigned int lCode = 0;
+  PtExtractException(aException, &lCode, nullptr);
+  return lCode;
+}
+
+// Reads the whole document the way a careless caller would, ignoring nothing: every element's data
+// is fetched. Returns the format error code, or 0 when the file read through.
+unsigned int ReadEverything(const QString& aFile)
+{
+  try {
+    PtDocumentReader lReader(aFile);
+    Dump(lReader);
+    lReader.BuildMainSectionList();
+    const size_t lCount = lReader.MainSectionCount();
+    for (size_t i = 0; i < lCount; i += 1 + lCount / 4) {
+      lReader.MoveTo(i);
+      Dump(lReader);
+    }
+    return 0;
+  } catch (const PtFileFormatException& e) {
+    return CodeOf(e);
+  }
+}
+} // namespace
+
+TEST(DocumentFormat, ElementsRoundTripWithAnyUnitSizeAndStride)
+{
+  struct Case
+  {
+    const char* mName;
+    PtU32 mUnit, mCount;
+    size_t mStride;
+  };
+  // Strides equal to the unit take the block copy; the others gather and scatter, with the scalar
+  // moves for 1, 2, 4 and 8 bytes and the general copy for odd sizes. The large ones outgrow the
+  // read window and the write buffer.
+  const Case lCases[] = {
+      {"empty", 4, 0, 4},
+      {"bytes", 1, 300, 1},
+      {"one field of echoes", 1, 96, 24},
+      {"16-bit field", 2, 96, 24},
+      {"32-bit field", 4, 96, 24},
+      {"64-bit in records", 8, 50, 16},
+      {"odd unit", 3, 77, 5},
+      {"records", 24, 96, 24},
+      {"large gather", 4, 400000, 12},
+      {"large block", 2, 1500000, 2},
+      {"units larger than the window", 300000, 3, 300016},
+  };
+  for (const Case& c : lCases) {
+    SCOPED_TRACE(c.mName);
+    std::vector<char> lSource(std::max<size_t>(1, c.mCount * c.mStride));
+    std::mt19937 lRandom(c.mCount);
+    for (char& b : lSource) {
+      b = char(lRandom());
+    }
+    const QString lFile = Path(QStringLiteral("element.doc"));
+    {
+      PtDocumentWriter lWriter(lFile, 7);
+      lWriter.StartSection(10);
+      lWriter.AddElement(11, lSource.data(), c.mUnit, c.mCount, c.mStride);
+      lWriter.AddElement(12, QStringLiteral("after"));
+      lWriter.EndSection();
+      lWriter.EndLastSection();
+    }
+    PtDocumentReader lReader(lFile);
+    ASSERT_TRUE(lReader.Advance());
+    ASSERT_TRUE(lReader.Advance());
+    EXPECT_EQ(lReader.Id(), 11u);
+    EXPECT_EQ(lReader.UnitSize(), c.mUnit);
+    ASSERT_EQ(lReader.Count(), c.mCount);
+    std::vector<char> lBack(lSource.size(), '\0');
+    lReader.GetElement(lBack.data(), c.mUnit, c.mCount, c.mStride);
+    for (size_t i = 0; i < c.mCount; ++i) {
+      ASSERT_EQ(std::memcmp(&lBack[i * c.mStride], &lSource[i * c.mStride], c.mUnit), 0) << "item " << i;
+    }
+    ASSERT_TRUE(lReader.Advance());
+    QString lText;
+    lReader.GetElement(lText);
+    EXPECT_EQ(lText, QStringLiteral("after"));
+    EXPECT_FALSE(lReader.Advance());
+    EXPECT_FALSE(lReader.Advance());
+  }
+}
+
+TEST(DocumentFormat, PartialReadsAndTextDecoding)
+{
+  const QString lFile = Path(QStringLiteral("text.doc"));
+  {
+    PtDocumentWriter lWriter(lFile, 7);
+    lWriter.StartSection(1, 3, 0);
+    lWriter.AddElement(1, "PX-123\0\0\0\0\0", 11, 1, 11); // a fixed ASCII field padded with NULs
+    lWriter.AddElement(2, QStringLiteral("Zürich → ☃"));
+    const PtU32 lValues[4] = {1, 2, 3, 4};
+    lWriter.AddElement(3, lValues, 4, 4, 4);
+    lWriter.EndSection();
+    lWriter.EndLastSection();
+  }
+  PtDocumentReader lReader(lFile);
+  ASSERT_TRUE(lReader.Advance());
+  EXPECT_EQ(lReader.Version(), 3u);
+  EXPECT_THROW(lReader.GetElement(nullptr, 0, 0, 0), PtFileFormatException); // a section has no data
+  QString lText;
+  ASSERT_TRUE(lReader.Advance());
+  lReader.GetElement(lText);
+  EXPECT_EQ(lText, QStringLiteral("PX-123"));
+  ASSERT_TRUE(lReader.Advance());
+  lReader.GetElement(lText);
+  EXPECT_EQ(lText, QStringLiteral("Zürich → ☃"));
+  ASSERT_TRUE(lReader.Advance());
+  PtU32 lFirstTwo[2] = {};
+  lReader.GetElement(lFirstTwo, 4, 2, 4); // fewer items: the start of the element
+  EXPECT_EQ(lFirstTwo[1], 2u);
+  PtU32 lTooMany[5] = {};
+  try {
+    lReader.GetElement(lTooMany, 4, 5, 4);
+    ADD_FAILURE() << "read past the element";
+  } catch (const PtFileFormatException& e) {
+    EXPECT_EQ(CodeOf(e), 25u);
+  }
+}
+
+TEST(DocumentFormat, WriterReportsFileErrorsWithTheFileName)
+{
+  struct Case
+  {
+    const char* mName;
+    QString mFile;
+  };
+  const Case lCases[] = {
+      {"missing directory", Path(QStringLiteral("no/such/dir/x.ptl"))},
+      {"full disk", QStringLiteral("/dev/full")},
+  };
+  for (const Case& c : lCases) {
+    SCOPED_TRACE(c.mName);
+    if (!QFile::exists(c.mFile) && c.mFile.startsWith(QLatin1String("/dev"))) {
+      continue;
+    }
+    try {
+      PtDocumentWriter lWriter(c.mFile, 1);
+      lWriter.StartSection(1);
+      std::vector<char> lData(3 << 20);
+      lWriter.AddElement(2, lData.data(), 1, PtU32(lData.size()), 1);
+      lWriter.EndLastSection();
+      ADD_FAILURE() << "no error";
+    } catch (const std::runtime_error& e) {
+      unsigned int lCode = 0;
+      QString lText;
+      PtExtractException(e, &lCode, &lText);
+      EXPECT_NE(lCode, 0u);
+      EXPECT_TRUE(lText.contains(c.mFile)) << lText.toStdString();
+    }
+  }
+}
+
+TEST(DocumentFormat, ManyMainSectionsListFromIndexOrByScanAlike)
+{
+  // More main sections than one index chunk holds, alternating index flags.
+  const QString lFile = Path(QStringLiteral("many.doc"));
+  const PtU32 lSections = 10000;
+  {
+    PtDocumentWriter lWriter(lFile, 9);
+    for (PtU32 i = 0; i < lSections; ++i) {
+      lWriter.StartSection(100 + i % 3, 0, i % 2);
+      lWriter.AddElement(1, &i, 4, 1, 4);
+      lWriter.EndSection();
+    }
+    lWriter.EndLastSection();
+    EXPECT_EQ(lWriter.FileSize(), PtU64(QFileInfo(lFile).size()));
+  }
+  const QString lCut = Path(QStringLiteral("many-cut.doc"));
+  WriteAll(lCut, ReadAll(lFile).chopped(1)); // no trailer: the list is rebuilt by walking the file
+  for (const QString& lName : {lFile, lCut}) {
+    SCOPED_TRACE(lName.toStdString());
+    PtDocumentReader lReader(lName);
+    EXPECT_EQ(lReader.WasClosed(), lName == lFile);
+    ASSERT_EQ(lReader.MainSectionCount(), lSections);
+    for (PtU32 i : {0u, 1u, 4095u, 4096u, 4097u, 9999u, 5000u}) {
+      ASSERT_TRUE(lReader.MoveTo(i));
+      EXPECT_EQ(lReader.IsIndexSection(i), i % 2 == 1);
+      ASSERT_TRUE(lReader.Advance());
+      EXPECT_EQ(lReader.CurrentMainSection(), i);
+      EXPECT_EQ(lReader.Id(), 100 + i % 3);
+      EXPECT_EQ(lReader.IsIndexSection(), i % 2 == 1);
+      ASSERT_TRUE(lReader.Advance());
+      PtU32 lValue = 0;
+      lReader.GetElement(&lValue, 4, 1, 4);
+      EXPECT_EQ(lValue, i);
+    }
+    EXPECT_TRUE(lReader.MoveTo(lSections));
+    EXPECT_FALSE(lReader.Advance());
+    EXPECT_FALSE(lReader.MoveTo(lSections + 1));
+  }
+}
+
+TEST(DocumentFormat, FileCutAtAnyByteKeepsEveryCompleteMainSection)
+{
+  const QString lFile = Path(QStringLiteral("whole.ptl"));
+  WriteRecord(lFile, 20, 3, 2, 4);
+  const QByteArray lWhole = ReadAll(lFile);
+  std::vector<QByteArray> lExpected;
+  {
+    PtDocumentReader lReader(lFile);
+    lExpected = DumpMainSections(lReader);
+  }
+  ASSERT_EQ(lExpected.size(), 22u);
+  const QString lCut = Path(QStringLiteral("cut.ptl"));
+  size_t lPrevious = 0;
+  for (int lSize = 0; lSize < lWhole.size(); ++lSize) {
+    WriteAll(lCut, lWhole.left(lSize));
+    PtDocumentReader lReader(lCut);
+    const std::vector<QByteArray> lRead = DumpMainSections(lReader);
+    ASSERT_LE(lRead.size(), lExpected.size()) << "cut at " << lSize;
+    for (size_t i = 0; i < lRead.size(); ++i) {
+      ASSERT_EQ(lRead[i], lExpected[i]) << "cut at " << lSize << ", main section " << i;
+    }
+    ASSERT_GE(lRead.size(), lPrevious) << "cut at " << lSize; // a longer file never loses a section
+    lPrevious = lRead.size();
+    ASSERT_EQ(lReader.MainSectionCount(), lRead.size()) << "cut at " << lSize;
+    if (lReader.MainSectionCount() > 0) {
+      lReader.MoveTo(lReader.MainSectionCount() - 1);
+      ASSERT_TRUE(lReader.Advance());
+      EXPECT_EQ(lReader.CurrentMainSection(), lReader.MainSectionCount() - 1);
+    }
+  }
+  EXPECT_EQ(lPrevious, lExpected.size()); // all sections are back before the index is complete
+}
+
+TEST(DocumentFormat, FileOfAWriterStoppedBetweenCallsOpens)
+{
+  // Snapshots of the file on disk while the writer works, with sections large enough that their
+  // lengths are set in the file after their bytes have gone out.
+  const QString lFile = Path(QStringLiteral("live.doc"));
+  const QString lSnapshot = Path(QStringLiteral("snapshot.doc"));
+  std::vector<char> lLarge(700000, 'x');
+  size_t lEnded = 0;
+  PtDocumentWriter lWriter(lFile, 3);
+  auto lCheck = [&](const char* aStep) {
+    QFile::remove(lSnapshot);
+    ASSERT_TRUE(QFile::copy(lFile, lSnapshot));
+    PtDocumentReader lReader(lSnapshot);
+    const std::vector<QByteArray> lSections = DumpMainSections(lReader);
+    ASSERT_LE(lSections.size(), lEnded) << aStep;
+    for (const QByteArray& s : lSections) {
+      ASSERT_TRUE(s.startsWith("S 50")) << aStep << s.toStdString();
+    }
+  };
+  for (PtU32 i = 0; i < 6; ++i) {
+    lWriter.StartSection(500 + i);
+    lCheck("started");
+    lWriter.StartSection(1);
+    lWriter.AddElement(2, lLarge.data(), 1, PtU32(lLarge.size() / (i + 1)), 1);
+    lCheck("added");
+    lWriter.EndSection();
+    lWriter.EndSection();
+    ++lEnded;
+    lCheck("ended");
+  }
+  lWriter.EndLastSection();
+  PtDocumentReader lReader(lFile);
+  EXPECT_EQ(DumpMainSections(lReader).size(), 6u);
+}
+
+namespace {
+// Builders of raw records, for files no writer would produce.
+QByteArray Word(PtU32 aValue)
+{
+  return QByteArray(reinterpret_cast<const char*>(&aValue), 4);
+}
+QByteArray Long(PtU64 aValue)
+{
+  return QByteArray(reinterpret_cast<const char*>(&aValue), 8);
+}
+QByteArray FileHeader(PtU32 aVersion = 1)
+{
+  return Word(0x43445850) + Word(7) + Word(aVersion) + Word(0);
+}
+QByteArray Section(PtU32 aId, const QByteArray& aContent, PtU64 aLength = PtU64(-1))
+{
+  return Word(0x54434553) + Word(aId) + Word(0) + Word(0) + Long(aLength == PtU64(-1) ? aContent.size() : aLength) +
+         aContent;
+}
+QByteArray Element(PtU32 aId, PtU32 aUnit, PtU32 aCount, const QByteArray& aData)
+{
+  return Word(0x4D454C45) + Word(aId) + Word(aUnit) + Word(aCount) + aData;
+}
+} // namespace
+
+TEST(DocumentFormat, DamagedFilesEndInAFormatErrorWithItsCode)
+{
+  QByteArray lDeep = Element(1, 1, 1, "x");
+  for (int i = 0; i < 40; ++i) {
+    lDeep = Section(1, lDeep);
+  }
+  QByteArray lClosed;
+  {
+    const QString lFile = Path(QStringLiteral("valid.doc"));
+    WriteRecord(lFile, 3);
+    lClosed = ReadAll(lFile);
+  }
+  QByteArray lBadIndex = lClosed;
+  lBadIndex[lBadIndex.size() - 24 - 20] = char(lBadIndex[lBadIndex.size() - 24 - 20] ^ 0x40); // an index entry
+
+  struct Case
+  {
+    const char* mName;
+    QByteArray mBytes;
+    unsigned int mCode;
+  };
+  const Case lCases[] = {
+      {"not a document", QByteArray("PK\3\4 a zip file, not ours"), 20},
+      {"newer format", FileHeader(2), 26},
+      {"unknown record at the top", FileHeader() + QByteArray(40, 'z'), 22},
+      {"unknown record inside", FileHeader() + Section(1, QByteArray(20, 'q')), 22},
+      {"element longer than its section", FileHeader() + Section(1, Element(2, 4, 1000, "abcd")), 23},
+      {"nested section longer than its parent", FileHeader() + Section(1, Section(2, "", 5000)), 23},
+      {"element with a short header", FileHeader() + Section(1, "ELEM1234"), 23},
+      {"zero-size items, huge count", FileHeader() + Section(1, Element(2, 0, 0xFFFFFFFF, "")), 22},
+      {"nested too deep", FileHeader() + lDeep, 24},
+      {"damaged index", lBadIndex, 27},
+  };
+  for (const Case& c : lCases) {
+    SCOPED_TRACE(c.mName);
+    const QString lFile = Path(QStringLiteral("damaged.doc"));
+    WriteAll(lFile, c.mBytes);
+    EXPECT_EQ(ReadEverything(lFile), c.mCode);
+  }
+  WriteAll(Path(QStringLiteral("typed.doc")), lClosed);
+  try {
+    PtDocumentReader lReader(Path(QStringLiteral("typed.doc")), RECORD_TYPE + 1);
+    ADD_FAILURE() << "wrong type accepted";
+  } catch (const PtFileFormatException& e) {
+    EXPECT_EQ(CodeOf(e), 21u);
+  }
+  EXPECT_THROW(PtDocumentReader(Path(QStringLiteral("absent.doc"))), std::runtime_error);
+}
+
+TEST(DocumentFormat, RandomDamageNeverCrashes)
+{
+  // Bytes flipped, zeroed or set to all-ones all over a record file: every outcome is a read
+  // through or a format error (the sanitizer build checks that nothing else happens).
+  const QString lFile = Path(QStringLiteral("mutate-source.ptl"));
+  WriteRecord(lFile, 6, 3, 2, 4);
+  const QByteArray lWhole = ReadAll(lFile);
+  std::mt19937 lRandom(20240601);
+  const QString lMutant = Path(QStringLiteral("mutant.ptl"));
+  int lErrors = 0;
+  for (int lRound = 0; lRound < 1500; ++lRound) {
+    QByteArray lBytes = lWhole;
+    const int lChanges = 1 + int(lRandom() % 4);
+    for (int i = 0; i < lChanges; ++i) {
+      const int lAt = int(lRandom() % PtU32(lBytes.size()));
+      switch (lRandom() % 3) {
+      case 0:
+        lBytes[lAt] = char(lBytes[lAt] ^ (1 << (lRandom() % 8)));
+        break;
+      case 1:
+        lBytes[lAt] = 0;
+        break;
+      default:
+        lBytes[lAt] = char(0xFF);
+      }
+    }
+    WriteAll(lMutant, lBytes);
+    lErrors += ReadEverything(lMutant) != 0;
+  }
+  EXPECT_GT(lErrors, 0);
+}
+
+TEST(DocumentFormat, FuzzerCorpusReadsThroughOrFailsCleanly)
+{
+  const QDir lDir(QStringLiteral(DOCUMENT_CORPUS_DIR));
+  const QStringList lFiles = lDir.entryList(QDir::Files);
+  EXPECT_GT(lFiles.size(), 10);
+  for (const QString& lName : lFiles) {
+    SCOPED_TRACE(lName.toStdString());
+    const unsigned int lCode = ReadEverything(lDir.filePath(lName));
+    EXPECT_TRUE(lCode == 0 || (lCode >= 20 && lCode <= 28)) << lCode;
+  }
+}
+
+using DocumentFormatDeathTest = ::testing::Test;
+
+TEST(DocumentFormatDeathTest, MisuseOfTheWriterStopsTheProgram)
+{
+  const QString lFile = Path(QStringLiteral("death.doc"));
+  const PtU32 lValues[2] = {};
+  EXPECT_DEATH(
+      {
+        PtDocumentWriter lWriter(lFile, 1);
+        lWriter.StartSection(1);
+        lWriter.AddElement(1, lValues, 4, 2, 2);
+      },
+      "aStride >= aUnitSize");
+  EXPECT_DEATH(
+      {
+        PtDocumentWriter lWriter(lFile, 1);
+        lWriter.AddElement(1, lValues, 4, 1, 4);
+      },
+      "mOpen");
+  EXPECT_DEATH(
+      {
+        PtDocumentWriter lWriter(lFile, 1);
+        lWriter.EndSection();
+      },
+      "mOpen");
+}

@@ -117,7 +117,8 @@ inline QByteArray Dump(PtDocumentReader& aReader, int aDepth = 0)
     if (aReader.IsSection()) {
       lText += "S " + QByteArray::number(aReader.Id()) + " v" + QByteArray::number(aReader.Version()) + " f" +
                QByteArray::number(aReader.Flag()) + "\n";
-      lText += Dump(aReader, aDepth + 1);
+      const QByteArray lInside = Dump(aReader, aDepth + 1);
+      lText += lInside;
     } else {
       QByteArray lData(int(aReader.UnitSize() * aReader.Count()), '\0');
       aReader.GetElement(lData.data(), aReader.UnitSize(), aReader.Count(), aReader.UnitSize());
@@ -134,7 +135,8 @@ inline std::vector<QByteArray> DumpMainSections(PtDocumentReader& aReader)
 {
   std::vector<QByteArray> lSections;
   while (aReader.Advance()) {
-    lSections.push_back("S " + QByteArray::number(aReader.Id()) + "\n" + Dump(aReader, 1));
+    const QByteArray lHead = "S " + QByteArray::number(aReader.Id()) + "\n";
+    lSections.push_back(lHead + Dump(aReader, 1));
   }
   return lSections;
 }
