@@ -44,6 +44,11 @@ void PxSimServer::NewConnection()
   while (QTcpSocket* lSocket = mServer->nextPendingConnection()) {
     const QString lPeer = QStringLiteral("%1:%2").arg(lSocket->peerAddress().toString()).arg(lSocket->peerPort());
     if (mClient) {
+      // A client that has just closed may not have been noticed yet: its end of stream and the next
+      // client's connection can arrive in the same turn of the event loop. Look before refusing.
+      mClient->waitForReadyRead(0);
+    }
+    if (mClient) {
       qCInfo(lcSim).noquote() << "connection from" << lPeer << "refused: serving" << mPeer;
       lSocket->abort();
       lSocket->deleteLater();
