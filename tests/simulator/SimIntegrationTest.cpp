@@ -269,8 +269,13 @@ TEST(SimServer, RemembersASavedConfigurationAcrossRuns)
     SimTestClient lClient(lLink);
     lClient.Write<PtU32>(ID_BAUD_RATE, 38400);
     lClient.Exchange(REQ_SAVE_CONFIG);
-    lLink.Disconnect();
+    // The sensor goes away while the application sits idle: the loss is noticed without a request.
+    QSignalSpy lLost(&lLink, &PxConnection::Disconnected);
     EXPECT_TRUE(lSim.Stop(SIGTERM)) << "a clean exit on SIGTERM";
+    EXPECT_TRUE(lLost.count() == 1 || lLost.wait(PxTest::WAIT_MS));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(lLost.count(), 1);
+    EXPECT_FALSE(lLink.Connected());
   }
   SimProcess lSim(lArguments);
   PxTcpConnection lLink(QStringLiteral("127.0.0.1"), lSim.Port());
