@@ -1,0 +1,471 @@
+// The simulated sensor at the protocol level, through the in-process transport: what each request
+// answers, what it refuses, and how the settings show in the data.
+
+#include "PxInProcessConnection.h"
+#include "PxSimDevice.h"
+#include "PxSimFirmware.h"
+#include "PxTest.h"
+#include "PxTestBytes.h"
+#include "SimTestClient.h"
+
+#include <QDir>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+
+#include <cmath>
+#include <gtest/gtest.h>
+
+using namespace PxSimProtocol;
+
+namespace {
+struct Bench
+{
+  explicit Bench(const QString& aStateDir = QString())
+      : mDevice(aStateDir)
+      , mLink(mDevice)
+      , mClient(mLink)
+  {
+    mLink.Connect();
+  }
+  PxSimDevice mDevice;
+  PxInProcessConnection mLink;
+  SimTestClient mClient;
+};
+
+QString Utf16(const SimTestClient::Element& aElement)
+{
+  return QString::fromUtf16(reinterpret_cast<const ushort*>(aElement.mData.constData()))
+      .left(aElement.mData.size() / 2);
+}
+
+double Mean(const std::vector<double>& aValues)
+{
+  double lSum = 0;
+  for (double lValue : aValues) {
+    lSum += lValue;
+  }
+  return lSum / aValues.size();
+}
+
+double StdDev(const std::vector<double>& aValues)
+{
+  const double lMean = Mean(aValues);
+  double lSum = 0;
+  for (double lValue : aValues) {
+    lSum += (lValue - lMean) * (lValue - lMean);
+  }
+  return std::sqrt(lSum / aValues.size());
+}
+
+// Samples of one channel far from any echo (the first 40 samples: before the nearest target).
+std::vector<double> Baseline(const SimTestClient::Traces& aTraces, size_t aChannel)
+{
+  std::vector<double> lValues;
+  for (size_t k = 0; k < 40; ++k) {
+    lValues.push_back(aTraces.Sample(aChannel, k));
+  }
+  return lValues;
+}
+} // namespace
+
+TEST(SimDevice, IdentityAndConstantsAreWhatTheSensorModelDecodes)
+{
+  Bench b;
+  SimTestClient::Answer lIdentity = b.mClient.Exchange(REQ_IDENTITY);
+  EXPECT_EQ(lIdentity.at(ID_DEVICE_NAME).mSize, 64u) << "a UTF-16 name of 32 characters";
+  EXPECT_EQ(Utf16(lIdentity.at(ID_DEVICE_NAME)), QStringLiteral("Simulated Parvex 16"));
+  EXPECT_EQ(lIdentity.at(ID_SOFTWARE_PART).mSize, 11u);
+  EXPECT_EQ(lIdentity.at(ID_FPGA_VERSION).At<PtU16>(), 0x0103);
+  EXPECT_EQ(lIdentity.at(ID_SOFTWARE_VERSION).At<PtU16>() & 0x4000, 0x4000) << "factory image";
+  EXPECT_NE(lIdentity.at(ID_SOFTWARE_CRC).At<PtU32>(), 0u);
+  EXPECT_TRUE(lIdentity.at(ID_SERIAL_NUMBER).mData.startsWith("PX16-"));
+
+  // The sensor reads these by device id with fixed item sizes: any drift breaks the decoding.
+  struct Case
+  {
+    PtU16 mId;
+    PtU32 mSize;
+    double mValue;
+  } const lCases[] = {
+      {ID_CHANNEL_COUNT, 4, 16},        {ID_ECHO_DISTANCE_SCALE, 4, 1000},         {ID_TRACE_AMPLITUDE_SCALE, 4, 64},
+      {ID_ECHO_AMPLITUDE_SCALE, 4, 64}, {ID_ECHO_DISTANCE_OFFSET, 4, 0.5 * 65536}, {ID_POINT_STEP, 4, 0.05},
+  };
+  SimTestClient::Answer lConfig = b.mClient.Exchange(REQ_READ_CONFIG);
+  for (const Case& c : lCases) {
+    const SimTestClient::Element& e = lConfig.at(c.mId);
+    EXPECT_EQ(e.mCount, 1) << c.mId;
+    EXPECT_EQ(e.mSize, c.mSize) << c.mId;
+    const double lValue = c.mId == ID_POINT_STEP ? e.At<float>() : e.At<Pt32>();
+    EXPECT_NEAR(lValue, c.mValue, 1e-6) << c.mId;
+  }
+  EXPECT_EQ(lConfig.at(ID_DISTANCE_OFFSETS).mCount, 16);
+  EXPECT_GE(lConfig.size(), 30u);
+}
+
+TEST(SimDevice, RefusedWritesNameTheElementAndChangeNothing)
+{
+  Bench b;
+  const float lNaN = std::nanf("");
+  struct Case
+  {
+    const char* mWhat;
+    PtU16 mId;
+    PtU16 mCount;
+    QByteArray mData;
+    unsigned int mCode;
+  } const lCases[] = {
+      {"unknown id", 0x7777, 1, PxTestBytes().U32(1), ANSWER_BAD_ELEMENT},
+      {"read-only constant", ID_CHANNEL_COUNT, 1, PxTestBytes().U32(8), ANSWER_READ_ONLY},
+      {"wrong item size", ID_LIGHT_POWER, 1, PxTestBytes().U32(50), ANSWER_BAD_ELEMENT},
+      {"wrong count", ID_DISTANCE_OFFSETS, 2, PxTestBytes().U32(0).U32(0), ANSWER_BAD_ELEMENT},
+      {"power above 100 %", ID_LIGHT_POWER, 1, PxTestBytes().U8(101), ANSWER_OUT_OF_RANGE},
+      {"smoothing below -16", ID_SMOOTHING, 1, PxTestBytes().U8(static_cast<std::uint8_t>(-17)), ANSWER_OUT_OF_RANGE},
+      {"accumulation not in the list", ID_ACCUMULATION, 1, PxTestBytes().U16(3), ANSWER_OUT_OF_RANGE},
+      {"segment 16 does not exist", ID_SEGMENT_MASK, 1, PxTestBytes().U32(0x10000), ANSWER_OUT_OF_RANGE},
+      {"threshold not a number", ID_DETECTION_THRESHOLD, 1, PxTestBytes().F32(lNaN), ANSWER_OUT_OF_RANGE},
+      {"refresh rate 0 Hz", ID_REFRESH_RATE, 1, PxTestBytes().F32(0), ANSWER_OUT_OF_RANGE},
+  };
+  for (const Case& c : lCases) {
+    // A valid change rides along: the request is all or nothing.
+    const unsigned int lCode = b.mClient.Code(REQ_WRITE_CONFIG, [&](PxProtocolWriter& w) {
+      const PtByte lPower = 40;
+      w.AddElement(ID_LIGHT_POWER, 1, 1, &lPower, 1);
+      w.AddElement(c.mId, c.mCount, static_cast<unsigned int>(c.mData.size() / c.mCount), c.mData.constData(),
+                   static_cast<unsigned long>(c.mData.size() / c.mCount));
+    });
+    EXPECT_EQ(lCode, c.mCode) << c.mWhat;
+    EXPECT_TRUE(b.mLink.Connected()) << c.mWhat;
+    SimTestClient::Answer lError = SimTestClient::Collect(b.mLink.Reader());
+    ASSERT_EQ(lError.count(ID_ERROR_ELEMENT), 1u) << c.mWhat;
+    EXPECT_EQ(lError.at(ID_ERROR_ELEMENT).At<PtU16>(), c.mId) << c.mWhat;
+    EXPECT_EQ(b.mClient.Read(ID_LIGHT_POWER).At<PtByte>(), 100) << c.mWhat << ": nothing may be applied";
+  }
+}
+
+TEST(SimDevice, BadRequestsGetAnswerCodesAndKeepTheLink)
+{
+  Bench b;
+  struct Case
+  {
+    const char* mWhat;
+    PtU16 mRequest;
+    QByteArray mPayload;
+    unsigned int mCode;
+  } const lCases[] = {
+      {"unknown request", 77, QByteArray(), ANSWER_UNKNOWN_REQUEST},
+      {"element running past the payload", REQ_WRITE_CONFIG, PxTestBytes().ElementHeader(ID_LIGHT_POWER, 4, 4).U32(1),
+       ANSWER_BAD_ELEMENT},
+      {"half an element header", REQ_STATE, PxTestBytes().U16(1).U16(1), ANSWER_BAD_ELEMENT},
+      {"elements on a data request", REQ_ECHOES, PxTestBytes().ElementHeader(5, 1, 1).U8(0), ANSWER_BAD_ELEMENT},
+      {"select of an unknown id", REQ_READ_CONFIG, PxTestBytes().ElementHeader(ID_SELECT, 1, 2).U16(0x7777),
+       ANSWER_BAD_ELEMENT},
+      {"reset of an unknown kind", REQ_RESET, PxTestBytes().ElementHeader(ID_RESET_KIND, 1, 1).U8(9),
+       ANSWER_OUT_OF_RANGE},
+      {"fault mode out of range", REQ_DEBUG_FAULT, PxTestBytes().ElementHeader(ID_DEBUG_P3, 1, 1).U8(42),
+       ANSWER_OUT_OF_RANGE},
+      {"memory read without address", REQ_READ_MEMORY,
+       PxTestBytes().ElementHeader(ID_MEMORY_AREA, 1, 1).U8(0).ElementHeader(ID_MEMORY_LENGTH, 1, 4).U32(4),
+       ANSWER_MISSING_ELEMENT},
+      {"firmware chunk without an update", REQ_FIRMWARE_CHUNK,
+       PxTestBytes().ElementHeader(ID_FIRMWARE_OFFSET, 1, 4).U32(0).ElementHeader(ID_FIRMWARE_DATA, 1, 1).U8(0),
+       ANSWER_SEQUENCE},
+  };
+  for (const Case& c : lCases) {
+    const QByteArray lRequest = PxTestBytes().RequestHeader(2, c.mRequest, c.mPayload.size()).Bytes(c.mPayload);
+    b.mLink.Write(lRequest.constData(), static_cast<unsigned int>(lRequest.size()));
+    PxProtocolReader& lReader = b.mLink.Reader();
+    lReader.ReadAnswerHeader(c.mRequest);
+    EXPECT_EQ(lReader.AnswerCode(), c.mCode) << c.mWhat;
+    EXPECT_THROW(lReader.ReadPayload(), PxProtocolReader::Exception) << c.mWhat;
+  }
+  EXPECT_EQ(b.mClient.Exchange(REQ_STATE).count(ID_TIMESTAMP), 1u) << "the stream is still in step";
+
+  // A header that is not ours cannot be answered: the device closes the link.
+  QSignalSpy lLost(&b.mLink, &PxConnection::Disconnected);
+  const QByteArray lForeign = PxTestBytes().RequestHeader(7, REQ_STATE, 0);
+  b.mLink.Write(lForeign.constData(), static_cast<unsigned int>(lForeign.size()));
+  char lByte;
+  EXPECT_THROW(b.mLink.Read(&lByte, 1), PxConnection::Exception);
+  EXPECT_EQ(lLost.count(), 1);
+  EXPECT_FALSE(b.mLink.Connected());
+}
+
+TEST(SimDevice, SettingsShowInTheData)
+{
+  Bench b;
+  b.mClient.Scene(7, SCENE_FREEZE_MOTION | SCENE_NO_NOISE);
+  auto lEchoes = [&] { return b.mClient.Exchange(REQ_ECHOES); };
+
+  // The field order of the echo group and its item sizes are what the echoes provider scatters.
+  SimTestClient::Answer lFirst = lEchoes();
+  const PtU16 lCount = lFirst.at(ID_ECHO_DISTANCE).mCount;
+  ASSERT_GT(lCount, 16);
+  ASSERT_LE(lCount, MAX_ECHOES);
+  const std::pair<PtU16, PtU32> lFields[] = {{4227, 4}, {4228, 4}, {4229, 4}, {4230, 2},
+                                             {4231, 1}, {4232, 1}, {4233, 4}, {4234, 4}};
+  for (auto lField : lFields) {
+    EXPECT_EQ(lFirst.at(lField.first).mCount, lCount) << lField.first;
+    EXPECT_EQ(lFirst.at(lField.first).mSize, lField.second) << lField.first;
+  }
+  // Without noise the far echo of a middle segment is the wall, 20 m away (millimetres on the wire).
+  std::map<int, std::vector<double>> lBySegment;
+  for (PtU16 i = 0; i < lCount; ++i) {
+    lBySegment[lFirst.at(ID_ECHO_SEGMENT).At<PtByte>(i)].push_back(lFirst.at(ID_ECHO_DISTANCE).At<Pt32>(i) / 1000.0);
+  }
+  EXPECT_EQ(lBySegment.size(), 16u);
+  EXPECT_NEAR(lBySegment[8].back(), 20.0 / std::cos(1.5 * M_PI / 180), 0.002);
+  EXPECT_NEAR(lBySegment[3].front(), 6.0, 0.002);
+
+  // Segment mask: disabled segments send no echoes and their traces carry no pulse.
+  b.mClient.Write<PtU32>(ID_SEGMENT_MASK, 0x00FF);
+  SimTestClient::Answer lMasked = lEchoes();
+  for (PtU16 i = 0; i < lMasked.at(ID_ECHO_SEGMENT).mCount; ++i) {
+    EXPECT_LT(lMasked.at(ID_ECHO_SEGMENT).At<PtByte>(i), 8);
+  }
+  SimTestClient::Traces lTraces = b.mClient.ReadTraces(false);
+  EXPECT_EQ(lTraces.mActive, 0x00FFu);
+  const auto lPeak = [&](size_t aChannel) {
+    PtU16 lMax = 0;
+    for (size_t k = 0; k < lTraces.mLength; ++k) {
+      lMax = std::max(lMax, lTraces.Sample(aChannel, k));
+    }
+    return lMax;
+  };
+  EXPECT_GT(lPeak(3), 2000) << "an enabled segment sees its target";
+  EXPECT_EQ(lPeak(11), 1000) << "a disabled segment sees only the baseline";
+  b.mClient.Write<PtU32>(ID_SEGMENT_MASK, 0xFFFF);
+
+  // Light power: half the power, half the amplitude of the same echo (the pole in segment 3), and
+  // the far wall sinks below the detection threshold.
+  const auto lPole = [&](const SimTestClient::Answer& aEchoes) {
+    for (PtU16 i = 0; i < aEchoes.at(ID_ECHO_SEGMENT).mCount; ++i) {
+      if (aEchoes.at(ID_ECHO_SEGMENT).At<PtByte>(i) == 3 && aEchoes.at(ID_ECHO_INDEX).At<PtU16>(i) == 0) {
+        return aEchoes.at(ID_ECHO_AMPLITUDE).At<PtU32>(i);
+      }
+    }
+    return PtU32(0);
+  };
+  const PtU32 lFull = lPole(lEchoes());
+  b.mClient.Write<PtByte>(ID_LIGHT_POWER, 50);
+  SimTestClient::Answer lDimmed = lEchoes();
+  EXPECT_NEAR(lPole(lDimmed), lFull / 2.0, 1.0);
+  EXPECT_LT(lDimmed.at(ID_ECHO_DISTANCE).mCount, lCount);
+  b.mClient.Write<PtByte>(ID_LIGHT_POWER, 100);
+
+  // A segment's distance offset moves its echoes, and only its own.
+  b.mClient.Write<Pt32>(ID_DISTANCE_OFFSETS, 0, 16);
+  std::vector<Pt32> lOffsets(16, 0);
+  lOffsets[3] = 65536; // +1 m
+  b.mClient.Exchange(REQ_WRITE_CONFIG,
+                     [&](PxProtocolWriter& w) { w.AddElement(ID_DISTANCE_OFFSETS, 16, 4, lOffsets.data(), 4); });
+  SimTestClient::Answer lMoved = lEchoes();
+  for (PtU16 i = 0; i < lMoved.at(ID_ECHO_SEGMENT).mCount; ++i) {
+    if (lMoved.at(ID_ECHO_SEGMENT).At<PtByte>(i) == 3 && lMoved.at(ID_ECHO_INDEX).At<PtU16>(i) == 0) {
+      EXPECT_NEAR(lMoved.at(ID_ECHO_DISTANCE).At<Pt32>(i) / 1000.0, 7.0, 0.002);
+    }
+  }
+}
+
+TEST(SimDevice, AccumulationAndOversamplingTradeNoiseForRate)
+{
+  Bench b;
+  b.mClient.Scene(11, SCENE_FREEZE_MOTION);
+  struct Case
+  {
+    PtU16 mAccumulation;
+    PtByte mOversampling;
+    float mRefresh;
+    double mPeriodMs; // one frame of device time
+  } const lCases[] = {{1, 1, 50, 20}, {4, 2, 200, 5}, {64, 8, 50, 80}, {16, 4, 200, 10}};
+  for (const Case& c : lCases) {
+    b.mClient.Write<PtU16>(ID_ACCUMULATION, c.mAccumulation);
+    b.mClient.Write<PtByte>(ID_OVERSAMPLING, c.mOversampling);
+    b.mClient.Write<float>(ID_REFRESH_RATE, c.mRefresh);
+    const PtU32 lStart = b.mClient.Exchange(REQ_STATE).at(ID_TIMESTAMP).At<PtU32>();
+    std::vector<double> lNoise;
+    for (int i = 0; i < 10; ++i) {
+      lNoise.push_back(StdDev(Baseline(b.mClient.ReadTraces(false), 0)));
+      b.mClient.Exchange(REQ_STATE);
+    }
+    const PtU32 lEnd = b.mClient.Exchange(REQ_STATE).at(ID_TIMESTAMP).At<PtU32>();
+    EXPECT_NEAR((lEnd - lStart) / 11.0, c.mPeriodMs, 0.1) << c.mAccumulation << "x" << int(c.mOversampling);
+    // Averaging N pulses divides the baseline noise by the square root of N.
+    const double lExpected = 40.0 / std::sqrt(double(c.mAccumulation) * c.mOversampling);
+    EXPECT_NEAR(Mean(lNoise), lExpected, lExpected * 0.25) << c.mAccumulation << "x" << int(c.mOversampling);
+  }
+}
+
+TEST(SimDevice, SavedConfigurationSurvivesARestartedSimulatorAndResetsRevertTheRest)
+{
+  QTemporaryDir lState;
+  {
+    Bench b(lState.path());
+    b.mClient.Write<PtByte>(ID_LIGHT_POWER, 30);
+    QString lName = QStringLiteral("Ünterführung Nord");
+    std::vector<ushort> lUnits(32, 0);
+    std::copy(lName.utf16(), lName.utf16() + lName.size(), lUnits.begin());
+    b.mClient.Exchange(REQ_WRITE_CONFIG,
+                       [&](PxProtocolWriter& w) { w.AddElement(ID_DEVICE_NAME, 1, 64, lUnits.data(), 64); });
+    b.mClient.Exchange(REQ_SAVE_CONFIG);
+    b.mClient.Write<PtByte>(ID_MODBUS_ADDRESS, 9); // not saved
+    b.mClient.Exchange(REQ_RESET);
+    EXPECT_EQ(b.mClient.Read(ID_MODBUS_ADDRESS).At<PtByte>(), 1) << "a reset forgets what was not saved";
+    EXPECT_EQ(b.mClient.Read(ID_LIGHT_POWER).At<PtByte>(), 30);
+  }
+  {
+    Bench b(lState.path());
+    EXPECT_EQ(b.mClient.Read(ID_LIGHT_POWER).At<PtByte>(), 30) << "a new simulator reads the saved configuration";
+    EXPECT_EQ(Utf16(b.mClient.Read(ID_DEVICE_NAME)), QStringLiteral("Ünterführung Nord"));
+    b.mClient.Exchange(REQ_RESET, [](PxProtocolWriter& w) {
+      const PtByte lFactory = RESET_FACTORY;
+      w.AddElement(ID_RESET_KIND, 1, 1, &lFactory, 1);
+    });
+    EXPECT_EQ(b.mClient.Read(ID_LIGHT_POWER).At<PtByte>(), 100);
+  }
+  Bench b(lState.path());
+  EXPECT_EQ(b.mClient.Read(ID_LIGHT_POWER).At<PtByte>(), 100) << "factory defaults erase the saved configuration";
+
+  // A damaged file is not a reason to refuse to start.
+  QFile lFile(QDir(lState.path()).filePath(QStringLiteral("nvm.bin")));
+  ASSERT_TRUE(lFile.open(QIODevice::WriteOnly));
+  lFile.write("PXNV\x01\0\0\0\x04\x01\x01\0\xff\xff\xff\x7f", 16);
+  lFile.close();
+  Bench lDamaged(lState.path());
+  EXPECT_EQ(lDamaged.mClient.Read(ID_LIGHT_POWER).At<PtByte>(), 100);
+}
+
+TEST(SimDevice, MemoriesReadBackWhatWasWrittenAndGuardTheirBounds)
+{
+  Bench b;
+  auto lArea = [](PxProtocolWriter& w, PtByte aArea, PtU32 aAddress) {
+    w.AddElement(ID_MEMORY_AREA, 1, 1, &aArea, 1);
+    w.AddElement(ID_MEMORY_ADDRESS, 1, 4, &aAddress, 4);
+  };
+  const QByteArray lData("\x11\x22\x33\x44\x55", 5);
+  b.mClient.Exchange(REQ_WRITE_MEMORY, [&](PxProtocolWriter& w) {
+    lArea(w, MEMORY_RAM, 0xFFF0);
+    w.AddElement(ID_MEMORY_DATA, 5, 1, lData.constData(), 1);
+  });
+  auto lRead = [&](PtByte aArea, PtU32 aAddress, PtU32 aLength) {
+    return b.mClient.Code(REQ_READ_MEMORY, [&](PxProtocolWriter& w) {
+      lArea(w, aArea, aAddress);
+      w.AddElement(ID_MEMORY_LENGTH, 1, 4, &aLength, 4);
+    });
+  };
+  EXPECT_EQ(b.mClient
+                .Exchange(REQ_READ_MEMORY,
+                          [&](PxProtocolWriter& w) {
+                            lArea(w, MEMORY_RAM, 0xFFF0);
+                            const PtU32 lLength = 5;
+                            w.AddElement(ID_MEMORY_LENGTH, 1, 4, &lLength, 4);
+                          })
+                .at(ID_MEMORY_DATA)
+                .mData,
+            lData);
+
+  struct Case
+  {
+    PtByte mArea;
+    PtU32 mAddress;
+    PtU32 mLength;
+    unsigned int mCode;
+  } const lCases[] = {
+      {MEMORY_RAM, 0xFFFC, 5, ANSWER_OUT_OF_RANGE},
+      {MEMORY_RAM, 0, 0, ANSWER_OUT_OF_RANGE},
+      {MEMORY_RAM, 0, 4097, ANSWER_OUT_OF_RANGE},
+      {MEMORY_REGISTERS, 0, 256, 0},
+      {MEMORY_REGISTERS, 1, 256, ANSWER_OUT_OF_RANGE},
+      {MEMORY_NVM, 0, 8, 0},
+      {MEMORY_FIRMWARE, 0, 4096, 0},
+      {9, 0, 1, ANSWER_OUT_OF_RANGE},
+  };
+  for (const Case& c : lCases) {
+    EXPECT_EQ(lRead(c.mArea, c.mAddress, c.mLength), c.mCode) << int(c.mArea) << " " << c.mAddress;
+  }
+  EXPECT_EQ(b.mClient.Code(REQ_WRITE_MEMORY,
+                           [&](PxProtocolWriter& w) {
+                             lArea(w, MEMORY_FIRMWARE, 0);
+                             w.AddElement(ID_MEMORY_DATA, 5, 1, lData.constData(), 1);
+                           }),
+            unsigned(ANSWER_READ_ONLY));
+  b.mClient.Exchange(REQ_RESET);
+  EXPECT_EQ(b.mClient
+                .Exchange(REQ_READ_MEMORY,
+                          [&](PxProtocolWriter& w) {
+                            lArea(w, MEMORY_RAM, 0xFFF0);
+                            const PtU32 lLength = 5;
+                            w.AddElement(ID_MEMORY_LENGTH, 1, 4, &lLength, 4);
+                          })
+                .at(ID_MEMORY_DATA)
+                .mData,
+            QByteArray(5, '\0'))
+      << "RAM does not survive a restart";
+}
+
+TEST(SimDevice, FirmwareUpdateVerifiesItsImageAndRestartsOnTheNewVersion)
+{
+  QTemporaryDir lState;
+  std::vector<PtByte> lImage(10000);
+  for (size_t i = 0; i < lImage.size(); ++i) {
+    lImage[i] = static_cast<PtByte>(i * 7 + 3);
+  }
+  const PtU32 lCrc = PxSimFirmware::Crc32(lImage.data(), lImage.size());
+  EXPECT_EQ(PxSimFirmware::Crc32(reinterpret_cast<const PtByte*>("123456789"), 9), 0xCBF43926u)
+      << "the standard check value";
+
+  Bench b(lState.path());
+  auto lBegin = [&](PtU32 aCrc, PtU32 aSize) {
+    return b.mClient.Code(REQ_FIRMWARE_BEGIN, [&](PxProtocolWriter& w) {
+      const PtByte lComponent = COMPONENT_SOFTWARE;
+      const PtU16 lVersion = 0x8000 | 300;
+      w.AddElement(ID_FIRMWARE_COMPONENT, 1, 1, &lComponent, 1);
+      w.AddElement(ID_FIRMWARE_SIZE, 1, 4, &aSize, 4);
+      w.AddElement(ID_FIRMWARE_CRC, 1, 4, &aCrc, 4);
+      w.AddElement(ID_FIRMWARE_VERSION, 1, 2, &lVersion, 2);
+    });
+  };
+  std::vector<int> lProgress;
+  auto lSend = [&](PtU32 aFrom, PtU32 aTo) {
+    for (PtU32 lOffset = aFrom; lOffset < aTo; lOffset += 4096) {
+      const PtU16 lLength = static_cast<PtU16>(std::min<PtU32>(4096, aTo - lOffset));
+      SimTestClient::Answer lAnswer = b.mClient.Exchange(REQ_FIRMWARE_CHUNK, [&](PxProtocolWriter& w) {
+        w.AddElement(ID_FIRMWARE_OFFSET, 1, 4, &lOffset, 4);
+        w.AddElement(ID_FIRMWARE_DATA, lLength, 1, lImage.data() + lOffset, 1);
+      });
+      lProgress.push_back(lAnswer.at(ID_FIRMWARE_PROGRESS).At<PtByte>());
+    }
+  };
+  auto lEnd = [&] { return b.mClient.Code(REQ_FIRMWARE_END, [](PxProtocolWriter&) {}); };
+
+  // Wrong checksum, then an incomplete image, then a chunk out of order: each refused.
+  ASSERT_EQ(lBegin(lCrc ^ 1, 10000), 0u);
+  EXPECT_EQ(b.mClient.Exchange(REQ_STATE).at(ID_ACQUISITION_STATE).At<PtU16>(), ACQUISITION_UPDATING);
+  lSend(0, 10000);
+  EXPECT_EQ(lEnd(), unsigned(ANSWER_CHECKSUM));
+  ASSERT_EQ(lBegin(lCrc, 10000), 0u);
+  lSend(0, 4096);
+  EXPECT_EQ(lEnd(), unsigned(ANSWER_SIZE));
+  ASSERT_EQ(lBegin(lCrc, 10000), 0u);
+  EXPECT_EQ(b.mClient.Code(REQ_FIRMWARE_CHUNK,
+                           [&](PxProtocolWriter& w) {
+                             const PtU32 lOffset = 4096;
+                             w.AddElement(ID_FIRMWARE_OFFSET, 1, 4, &lOffset, 4);
+                             w.AddElement(ID_FIRMWARE_DATA, 16, 1, lImage.data(), 1);
+                           }),
+            unsigned(ANSWER_SEQUENCE));
+  EXPECT_EQ(lBegin(lCrc, MAX_FIRMWARE_SIZE + 1), unsigned(ANSWER_SIZE));
+
+  ASSERT_EQ(lBegin(lCrc, 10000), 0u);
+  lProgress.clear();
+  lSend(0, 10000);
+  EXPECT_EQ(lProgress, (std::vector<int>{40, 81, 100}));
+  ASSERT_EQ(lEnd(), 0u);
+  SimTestClient::Answer lIdentity = b.mClient.Exchange(REQ_IDENTITY);
+  EXPECT_EQ(lIdentity.at(ID_SOFTWARE_VERSION).At<PtU16>(), 0x8000 | 300);
+  EXPECT_EQ(lIdentity.at(ID_SOFTWARE_CRC).At<PtU32>(), lCrc);
+  EXPECT_EQ(b.mClient.Exchange(REQ_STATE).at(ID_FRAME_COUNTER).At<PtU32>(), 0u) << "restarted";
+
+  Bench lAfter(lState.path());
+  EXPECT_EQ(lAfter.mClient.Exchange(REQ_IDENTITY).at(ID_SOFTWARE_CRC).At<PtU32>(), lCrc)
+      << "the installed version survives the simulator";
+}
