@@ -73,3 +73,17 @@ function(px_add_shared_library aTarget)
   install(FILES ${lPublicHeaders} "${lExportHeader}" "${lUmbrella}"
     DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/${A_INSTALL_SUBDIR}")
 endfunction()
+
+# Adds every direct sub-folder of the current source folder that has a CMakeLists.txt (except those
+# named in EXCEPT), so that a new group of tests, benchmarks or fuzzers is one new folder and no
+# shared list to edit.
+function(px_add_subfolders)
+  cmake_parse_arguments(A "" "" "EXCEPT" ${ARGN})
+  file(GLOB lChildren LIST_DIRECTORIES true RELATIVE "${CMAKE_CURRENT_SOURCE_DIR}" "${CMAKE_CURRENT_SOURCE_DIR}/*")
+  list(SORT lChildren)
+  foreach(lChild IN LISTS lChildren)
+    if(NOT lChild IN_LIST A_EXCEPT AND EXISTS "${CMAKE_CURRENT_SOURCE_DIR}/${lChild}/CMakeLists.txt")
+      add_subdirectory(${lChild})
+    endif()
+  endforeach()
+endfunction()

@@ -21,14 +21,3 @@ function(px_add_test aName)
       ENVIRONMENT "QT_QPA_PLATFORM=offscreen;UBSAN_OPTIONS=print_stacktrace=1")
 endfunction()
 
-# Adds every direct sub-folder of the current source folder that has a CMakeLists.txt, so that a
-# new group of suites is one new folder and no shared list to edit.
-function(px_add_test_folders)
-  file(GLOB lChildren LIST_DIRECTORIES true RELATIVE "${CMAKE_CURRENT_SOURCE_DIR}" "${CMAKE_CURRENT_SOURCE_DIR}/*")
-  list(SORT lChildren)
-  foreach(lChild IN LISTS lChildren)
-    if(EXISTS "${CMAKE_CURRENT_SOURCE_DIR}/${lChild}/CMakeLists.txt")
-      add_subdirectory(${lChild})
-    endif()
-  endforeach()
-endfunction()
