@@ -9,6 +9,7 @@
 #include "PxProtocolReader.h"
 
 #include <QCoreApplication>
+#include <QLoggingCategory>
 #include <QPointF>
 
 #include <algorithm>
@@ -17,6 +18,8 @@
 #include <limits>
 
 namespace {
+Q_LOGGING_CATEGORY(lcResults, "parvex.results")
+
 // Element 3 carries one item per trace and counts are 16-bit on the wire: more traces than that
 // can never arrive, so a channel count beyond it is not taken.
 constexpr Pt32 MAX_TRACES = 0xFFFF;
@@ -216,7 +219,11 @@ void PxResultTrace::ChannelCountValueChanged(size_t aIndex)
   Q_UNUSED(aIndex);
   CheckChannelCount();
   const Pt32 lCount = mChannelCountProperty.Count() > 0 ? mChannelCountProperty.Value(0) : 0;
-  if (lCount <= 0 || lCount > MAX_TRACES) {
+  if (lCount <= 0) {
+    return; // not known yet
+  }
+  if (lCount > MAX_TRACES) {
+    qCWarning(lcResults) << "channel count" << lCount << "not taken: an answer carries at most" << MAX_TRACES;
     return;
   }
   mTraces.resize(static_cast<size_t>(lCount));
@@ -381,6 +388,8 @@ void PxResultTrace::Load(PtDocumentReader& aReader)
         // this provider does not have are skipped rather than written past its buffer.
         if (lChannel < mTraces.size()) {
           mTraces[lChannel].Load(aReader);
+        } else {
+          qCDebug(lcResults) << "recorded trace of channel" << lChannel << "skipped:" << mTraces.size() << "channels";
         }
       }
     }
