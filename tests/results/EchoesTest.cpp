@@ -1,0 +1,183 @@
+#include "PtDocumentReader.h"
+#include "PtDocumentWriter.h"
+#include "PxIntegerProperty.h"
+#include "PxResultEchoes.h"
+#include "PxTest.h"
+#include "ResultsTestSupport.h"
+
+#include <QSignalSpy>
+#include <QTextStream>
+
+using namespace ResultsTest;
+
+namespace {
+struct Echoes
+{
+  Echoes()
+  {
+    for (PxIntegerProperty* lProperty : {&mDistanceScale, &mAmplitudeScale}) {
+      lProperty->SetCount(1);
+      lProperty->SetLimits(0, 1000000);
+    }
+  }
+  void Answer(const PxTestBytes& aPayload) { mProvider.ReadFromPtProtocol(ResultsTest::Answer(mTransport, aPayload)); }
+  PxIntegerProperty mDistanceScale{8, 4099, 4100, 4};
+  PxIntegerProperty mAmplitudeScale{8, 4100, 4102, 4};
+  PxResultEchoes mProvider{mDistanceScale, mAmplitudeScale};
+  PxTestTransport mTransport;
+};
+
+// Field f (0 to 7, record order) of echo i is 0x10000 f + i, cut to the field's width. The
+// amplitude (4227) goes first: devices send the first two ids crossed against the record order.
+const std::uint16_t PROTOCOL_IDS[8] = {4228, 4227, 4229, 4230, 4231, 4232, 4233, 4234};
+const PtU32 WIDTHS[8] = {4, 4, 4, 2, 1, 1, 4, 4};
+
+PxTestBytes AllFields(std::uint16_t aCount)
+{
+  PxTestBytes lBody;
+  lBody.ElementHeader(4400, 1, 4).U32(0xDEAD); // not an echo field: skipped
+  for (int f : {1, 0, 2, 3, 4, 5, 6, 7}) {
+    lBody.ElementHeader(PROTOCOL_IDS[f], aCount, WIDTHS[f]);
+    for (PtU32 i = 0; i < aCount; ++i) {
+      const PtU32 lValue = 0x10000 * f + i;
+      WIDTHS[f] == 4 ? lBody.U32(lValue) : WIDTHS[f] == 2 ? lBody.U16(lValue & 0xFFFF) : lBody.U8(lValue & 0xFF);
+    }
+  }
+  return lBody;
+}
+
+void ExpectAllFields(const PxResultEchoes& aProvider, PtU32 aCount)
+{
+  ASSERT_EQ(aProvider.EchoCount(), aCount);
+  for (PtU32 i = 0; i < aCount; ++i) {
+    const PxEcho& e = aProvider.mEchoes[i];
+    EXPECT_EQ(std::vector<PtU32>({static_cast<PtU32>(e.mDistance), e.mAmplitude, e.mValue3, e.mValue4, e.mSegment,
+                                  e.mFlag, e.mValue7, e.mValue8}),
+              std::vector<PtU32>({i, 0x10000 + i, 0x20000 + i, i, i, i, 0x60000 + i, 0x70000 + i}))
+        << "echo " << i;
+  }
+}
+} // namespace
+
+TEST(ResultEchoes, DecodesEveryFieldOfTheEchoesAnswer)
+{
+  Echoes lEchoes;
+  PxResultEchoes& lProvider = lEchoes.mProvider;
+  QSignalSpy lNewData(&lProvider, &PxResultProvider::NewData);
+  lEchoes.Answer(AllFields(96));
+  EXPECT_EQ(lNewData.count(), 1);
+  ExpectAllFields(lProvider, 96);
+
+  // A frame of the distances alone: the count follows it, the other fields stay as they were.
+  lEchoes.Answer(PxTestBytes().ElementHeader(4228, 5, 4).U32(9).U32(8).U32(7).U32(6).U32(static_cast<PtU32>(-5)));
+  EXPECT_EQ(lProvider.EchoCount(), 5u);
+  EXPECT_EQ(lProvider.mEchoes[4].mDistance, -5);
+  EXPECT_EQ(lProvider.mEchoes[4].mAmplitude, 0x10004u);
+
+  // No echoes at all is still a frame.
+  lEchoes.Answer(PxTestBytes());
+  EXPECT_EQ(lProvider.EchoCount(), 0u);
+  EXPECT_EQ(lNewData.count(), 3);
+
+  // A field of another width than the record's: 1002.
+  EXPECT_EQ(CodeOf([&] { lEchoes.Answer(PxTestBytes().ElementHeader(4231, 1, 2).U16(3)); }), 1002u);
+  EXPECT_FALSE(lProvider.Updating());
+}
+
+TEST(ResultEchoes, LogWritesFixedWidthLinesWithScalesFromTheProperties)
+{
+  struct Case
+  {
+    unsigned int mTimestamp;
+    Pt32 mDistance;   // millimetres
+    PtU32 mAmplitude; // tenths
+    PtByte mSegment, mFlag;
+    const char* mLine;
+  };
+  const Case lCases[] = {
+      {123456, 12340, 455, 3, 1, "   123456  3  45.50  12.34 1 \n"},
+      {0, 12345, 0, 0, 0, "        0  0   0.00  12.35 0 \n"}, // 12345 x 0.001 in single precision
+      {7, -2500, 1, 15, 0x80, "        7 15   0.10  -2.50 1 \n"},
+      {4294967295u, 123456000, 100000000, 255, 0, "429496729525510000000.00123456.01 0 \n"}, // widths are minimums
+  };
+  for (const Case& c : lCases) {
+    SCOPED_TRACE(c.mLine);
+    Echoes lEchoes;
+    lEchoes.mDistanceScale.SetValue(0, 1000);
+    lEchoes.mAmplitudeScale.SetValue(0, 10);
+    lEchoes.Answer(PxTestBytes()
+                       .ElementHeader(4228, 1, 4)
+                       .U32(static_cast<PtU32>(c.mDistance))
+                       .ElementHeader(4227, 1, 4)
+                       .U32(c.mAmplitude)
+                       .ElementHeader(4231, 1, 1)
+                       .U8(c.mSegment)
+                       .ElementHeader(4232, 1, 1)
+                       .U8(c.mFlag));
+    QString lText;
+    QTextStream lStream(&lText);
+    lEchoes.mProvider.Log(lStream, c.mTimestamp);
+    lStream << 1.5 << '|' << 7; // the caller's formatting is left as it was
+    lStream.flush();
+    EXPECT_EQ(lText, QString::fromLatin1(c.mLine) + QStringLiteral("1.5|7"));
+  }
+  Echoes lEmpty;
+  QString lText;
+  QTextStream lStream(&lText);
+  lEmpty.mProvider.Log(lStream, 5);
+  lStream.flush();
+  EXPECT_TRUE(lText.isEmpty());
+}
+
+TEST(ResultEchoes, RecordsAndReplaysFrames)
+{
+  const QString lFile = PxTest::ScratchDir() + QStringLiteral("/echoes.ptl");
+  {
+    Echoes lEchoes;
+    PtDocumentWriter lWriter(lFile, 5);
+    lEchoes.Answer(AllFields(3));
+    lEchoes.mProvider.Save(lWriter);
+    lEchoes.Answer(PxTestBytes());
+    lEchoes.mProvider.Save(lWriter);
+    lWriter.EndLastSection();
+  }
+  // Section 6144 with the fields in record order, 6145 to 6152; a frame of no echoes still has all eight.
+  PtDocumentReader lWalk(lFile);
+  for (PtU32 lCount : {3u, 0u}) {
+    ASSERT_TRUE(lWalk.Advance());
+    EXPECT_EQ(lWalk.Id(), 6144u);
+    EXPECT_EQ(lWalk.Version(), 1u);
+    for (PtU32 f = 0; f < 8; ++f) {
+      ASSERT_TRUE(lWalk.Advance());
+      EXPECT_EQ(lWalk.Id(), 6145 + f);
+      EXPECT_EQ(lWalk.Count(), lCount);
+      EXPECT_EQ(lWalk.UnitSize(), lCount ? WIDTHS[f] : lWalk.UnitSize());
+    }
+    EXPECT_FALSE(lWalk.Advance());
+  }
+
+  Echoes lReplay;
+  QSignalSpy lNewData(&lReplay.mProvider, &PxResultProvider::NewData);
+  PtDocumentReader lReader(lFile);
+  lReader.Advance();
+  lReplay.mProvider.Load(lReader);
+  ExpectAllFields(lReplay.mProvider, 3);
+  lReader.Advance();
+  lReplay.mProvider.Load(lReader);
+  EXPECT_EQ(lReplay.mProvider.EchoCount(), 0u);
+  EXPECT_EQ(lNewData.count(), 2);
+}
+
+TEST(ResultEchoesDeathTest, ProgrammingErrorsStopWithFileAndLine)
+{
+  Echoes lEchoes;
+  ExpectDeaths({
+      {[&] {
+         lEchoes.mProvider.StartUpdate();
+         lEchoes.mProvider.SetEchoCount(97);
+       },
+       "aValue <= mEchoes.size(), file PxResultEchoes, line 124"},
+      {[&] { lEchoes.Answer(AllFields(97)); }, "aValue <= mEchoes.size(), file PxResultEchoes, line 124"},
+      {[&] { lEchoes.mProvider.SetEchoCount(1); }, "Updating(), file PxResultEchoes, line 125"},
+  });
+}
