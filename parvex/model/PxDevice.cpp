@@ -8,11 +8,13 @@
 #include "PxCommand.h"
 #include "PxConnection.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QLoggingCategory>
 #include <QRandomGenerator>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -170,8 +172,8 @@ void SyncFile(const QString& aFileName)
 void ReplaceFile(const QString& aSource, const QString& aTarget)
 {
 #if defined(Q_OS_WIN)
-  const bool lDone = ::MoveFileExW(reinterpret_cast<const wchar_t*>(aSource.utf16()),
-                                   reinterpret_cast<const wchar_t*>(aTarget.utf16()),
+  const bool lDone = ::MoveFileExW(reinterpret_cast<const wchar_t*>(QDir::toNativeSeparators(aSource).utf16()),
+                                   reinterpret_cast<const wchar_t*>(QDir::toNativeSeparators(aTarget).utf16()),
                                    MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
   const unsigned int lError = lDone ? 0 : static_cast<unsigned int>(::GetLastError());
   const QString lReason = QStringLiteral("system error %1").arg(lError);
@@ -324,6 +326,11 @@ void PxDevice::UpdateEditables()
   for (PxProperty* lProperty : mProperties) {
     lProperty->SetEditable(lEditable);
   }
+}
+
+PxConnection* PxDevice::Connection() const
+{
+  return mConnection;
 }
 
 bool PxDevice::IsLive() const

@@ -8,6 +8,7 @@
 #include <QDateTime>
 #include <QHash>
 #include <QObject>
+#include <QPointer>
 #include <QString>
 
 #include <functional>
@@ -156,7 +157,7 @@ public:
   // Undoes those edits.
   void RestoreProperties();
 
-  PxConnection* Connection() const { return mConnection; }
+  PxConnection* Connection() const;
   // Connected through a link that is up. A device replayed from a record is not live.
   bool IsLive() const;
   void Disconnect();
@@ -211,7 +212,8 @@ private:
   static void WriteReplacing(const QString& aFileName, PtU32 aDocumentType,
                              const std::function<void(PtDocumentWriter&)>& aContent);
 
-  PxConnection* mConnection = nullptr;
+  // Not owned. Guarded, so that a device outliving its link at teardown reads as not live.
+  QPointer<PxConnection> mConnection;
   QHash<PtU32, PxProperty*> mProperties;
   QHash<PtU16, PxProperty*> mPropertiesByDeviceId;
   QHash<PtU32, PxCommand*> mCommands;

@@ -219,6 +219,13 @@ TEST(Device, EditabilityFollowsTheLink)
   EXPECT_EQ(lTransport.DisconnectCount(), 1);
   PxTestDevice lUnlinked;
   lUnlinked.Disconnect(); // nothing to close, nothing to fail
+
+  // Teardown may delete the link first; the device must not reach for it then.
+  auto* lGone = new PxTestTransport;
+  PxTestDevice lOrphan(lGone);
+  delete lGone;
+  EXPECT_FALSE(lOrphan.IsLive());
+  lOrphan.Disconnect();
 }
 
 TEST(Device, SerialNumberIsTheRawTextUpToItsEnd)
