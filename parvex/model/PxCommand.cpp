@@ -3,9 +3,13 @@
 #include "PtAssert.h"
 
 PxCommand::PxCommand(PtU32 aId, size_t aParameterCount)
-  : mParameters(aParameterCount)
-  , mId(aId)
+    : mParameters(aParameterCount)
+    , mId(aId)
 {
+  // ParameterChanged carries a size_t, which the meta-type system does not know by that name;
+  // without it a queued connection or a signal spy cannot carry the index.
+  static const int sIndexType = qRegisterMetaType<size_t>("size_t");
+  Q_UNUSED(sIndexType);
 }
 
 const QVariant& PxCommand::Parameter(size_t aIndex) const
