@@ -1,10 +1,7 @@
 #include "PxResultSubscription.h"
 
 #include "PtAssert.h"
-
-namespace {
-PxResultSubscription::Detacher sDetacher = nullptr;
-} // namespace
+#include "PxSensor.h"
 
 PxResultSubscription::PxResultSubscription(PtU32 aMask)
     : mMask(aMask)
@@ -14,10 +11,9 @@ PxResultSubscription::PxResultSubscription(PtU32 aMask)
 
 PxResultSubscription::~PxResultSubscription()
 {
-  if (mSensor && sDetacher) {
-    sDetacher(mSensor, this);
+  if (mSensor) {
+    mSensor->Unsubscribe(this);
   }
-  mSensor = nullptr;
 }
 
 void PxResultSubscription::SetMask(PtU32 aMask)
@@ -25,11 +21,6 @@ void PxResultSubscription::SetMask(PtU32 aMask)
   if (!mSensor) {
     mMask = aMask;
   }
-}
-
-void PxResultSubscription::SetDetacher(Detacher aDetacher)
-{
-  sDetacher = aDetacher;
 }
 
 // Precondition checks stay at fixed line numbers: crash reports from installed versions are

@@ -11,10 +11,6 @@ class PxSensor;
 class PX_EXPORT PxResultSubscription
 {
 public:
-  // How a subscription leaves its sensor when it is destroyed while subscribed. The sensor class
-  // installs it (it lives above this class); without one the subscription only forgets the sensor.
-  using Detacher = void (*)(PxSensor* aSensor, PxResultSubscription* aSubscription);
-
   PxResultSubscription() = default;
   explicit PxResultSubscription(PtU32 aMask);
   // Unsubscribes from the sensor first, so the sensor never holds a dangling subscription.
@@ -32,8 +28,6 @@ public:
 
   // For the sensor's Subscribe (its own address) and Unsubscribe (null).
   void SetSensor(PxSensor* aSensor) { mSensor = aSensor; }
-
-  static void SetDetacher(Detacher aDetacher);
 
 private:
   static void CheckMask(PtU32 aMask);

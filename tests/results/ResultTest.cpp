@@ -243,27 +243,6 @@ TEST(ResultProvider, SharedMapsRouteAnswersAndDocumentsAndOneNewDataPerFrame)
   EXPECT_EQ(lReplay.mCounter.IntValue(1), 0xFFFFFFFFu);
 }
 
-TEST(ResultSubscription, MaskChangesOnlyWhileFreeAndDestructionLeavesTheSensor)
-{
-  static PxResultSubscription* sDetached = nullptr;
-  PxResultSubscription::SetDetacher([](PxSensor*, PxResultSubscription* aSubscription) { sDetached = aSubscription; });
-  auto* lSensor = reinterpret_cast<PxSensor*>(&sDetached); // only compared, never used
-  {
-    PxResultSubscription lSubscription(2);
-    lSubscription.SetMask(18);
-    lSubscription.SetSensor(lSensor);
-    lSubscription.SetMask(4);
-    EXPECT_EQ(lSubscription.Mask(), 18u);
-  }
-  EXPECT_NE(sDetached, nullptr);
-  sDetached = nullptr;
-  {
-    PxResultSubscription lFree;
-  }
-  EXPECT_EQ(sDetached, nullptr);
-  PxResultSubscription::SetDetacher(nullptr);
-}
-
 TEST(ResultDeathTest, ProgrammingErrorsStopWithFileAndLine)
 {
   PxResult lResult(5, 5, DT_UNSIGNED_32, 0, 4, 4, 0);
