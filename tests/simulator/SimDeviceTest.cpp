@@ -342,26 +342,21 @@ TEST(SimDevice, MemoriesReadBackWhatWasWrittenAndGuardTheirBounds)
     w.AddElement(ID_MEMORY_ADDRESS, 1, 4, &aAddress, 4);
   };
   const QByteArray lData("\x11\x22\x33\x44\x55", 5);
-  b.mClient.Exchange(REQ_WRITE_MEMORY, [&](PxProtocolWriter& w) {
-    lArea(w, MEMORY_RAM, 0xFFF0);
-    w.AddElement(ID_MEMORY_DATA, 5, 1, lData.constData(), 1);
-  });
+  auto lWrite = [&](PtByte aArea, PtU32 aAddress) {
+    return [=, &lArea, &lData](PxProtocolWriter& w) {
+      lArea(w, aArea, aAddress);
+      w.AddElement(ID_MEMORY_DATA, 5, 1, lData.constData(), 1);
+    };
+  };
+  b.mClient.Exchange(REQ_WRITE_MEMORY, lWrite(MEMORY_RAM, 0xFFF0));
   auto lRead = [&](PtByte aArea, PtU32 aAddress, PtU32 aLength) {
-    return b.mClient.Code(REQ_READ_MEMORY, [&](PxProtocolWriter& w) {
+    return [=, &lArea](PxProtocolWriter& w) {
       lArea(w, aArea, aAddress);
       w.AddElement(ID_MEMORY_LENGTH, 1, 4, &aLength, 4);
-    });
+    };
   };
-  EXPECT_EQ(b.mClient
-                .Exchange(REQ_READ_MEMORY,
-                          [&](PxProtocolWriter& w) {
-                            lArea(w, MEMORY_RAM, 0xFFF0);
-                            const PtU32 lLength = 5;
-                            w.AddElement(ID_MEMORY_LENGTH, 1, 4, &lLength, 4);
-                          })
-                .at(ID_MEMORY_DATA)
-                .mData,
-            lData);
+  auto lRam = [&] { return b.mClient.Exchange(REQ_READ_MEMORY, lRead(MEMORY_RAM, 0xFFF0, 5)).at(ID_MEMORY_DATA).mData; };
+  EXPECT_EQ(lRam(), lData);
 
   struct Case
   {
@@ -380,26 +375,12 @@ TEST(SimDevice, MemoriesReadBackWhatWasWrittenAndGuardTheirBounds)
       {9, 0, 1, ANSWER_OUT_OF_RANGE},
   };
   for (const Case& c : lCases) {
-    EXPECT_EQ(lRead(c.mArea, c.mAddress, c.mLength), c.mCode) << int(c.mArea) << " " << c.mAddress;
+    EXPECT_EQ(b.mClient.Code(REQ_READ_MEMORY, lRead(c.mArea, c.mAddress, c.mLength)), c.mCode)
+        << int(c.mArea) << " " << c.mAddress;
   }
-  EXPECT_EQ(b.mClient.Code(REQ_WRITE_MEMORY,
-                           [&](PxProtocolWriter& w) {
-                             lArea(w, MEMORY_FIRMWARE, 0);
-                             w.AddElement(ID_MEMORY_DATA, 5, 1, lData.constData(), 1);
-                           }),
-            unsigned(ANSWER_READ_ONLY));
+  EXPECT_EQ(b.mClient.Code(REQ_WRITE_MEMORY, lWrite(MEMORY_FIRMWARE, 0)), unsigned(ANSWER_READ_ONLY));
   b.mClient.Exchange(REQ_RESET);
-  EXPECT_EQ(b.mClient
-                .Exchange(REQ_READ_MEMORY,
-                          [&](PxProtocolWriter& w) {
-                            lArea(w, MEMORY_RAM, 0xFFF0);
-                            const PtU32 lLength = 5;
-                            w.AddElement(ID_MEMORY_LENGTH, 1, 4, &lLength, 4);
-                          })
-                .at(ID_MEMORY_DATA)
-                .mData,
-            QByteArray(5, '\0'))
-      << "RAM does not survive a restart";
+  EXPECT_EQ(lRam(), QByteArray(5, '\0')) << "RAM does not survive a restart";
 }
 
 TEST(SimDevice, FirmwareUpdateVerifiesItsImageAndRestartsOnTheNewVersion)

@@ -44,8 +44,7 @@ SimTestClient::Traces SimTestClient::ReadTraces(bool aFiltered)
       lReader.PullElement(&lTraces.mActive, 4, 1);
       break;
     case ID_TRACE_SAMPLES:
-      // The provider knows its channel count and the length from element 419 before this one.
-      lTraces.mChannels = CHANNEL_COUNT;
+      // The provider knows its channel count, and the length from element 419 before this one.
       lTraces.mItemSize = lSampleSize * lTraces.mLength;
       lTraces.mSamples.resize(static_cast<int>(lTraces.mItemSize * CHANNEL_COUNT));
       lReader.PullElement(lTraces.mSamples.data(), lTraces.mItemSize, CHANNEL_COUNT);

@@ -34,7 +34,6 @@ public:
     PtU32 mLength = 0;
     PtU32 mFrame = 0;
     PtU32 mActive = 0;
-    PtU16 mChannels = 0;
     PtU32 mItemSize = 0;
     QByteArray mSamples;
     std::vector<Pt32> mDelays;

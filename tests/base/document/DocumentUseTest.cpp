@@ -220,133 +220,47 @@ TEST(DocumentUse, CalibrationReadsNestedSectionsAndSkipsTheRest)
 }
 
 namespace {
-// The record player's walk: header, main-section list, then frames handed to providers that each
-// read their own section.
-struct Player
+struct Frame
 {
-  explicit Player(const QString& aFile)
-      : mReader(aFile, RECORD_TYPE)
-  {
-    if (!mReader.Advance() || mReader.Id() != SECTION_HEADER) {
-      PtFileFormatError(6);
-    }
-  }
+  PtU64 mTime = 0;
+  std::vector<Echo> mEchoes;
+  std::vector<std::vector<PtU16>> mTraces;
+};
 
-  void Start()
-  {
-    while (mReader.Advance()) {
-      if (mReader.Id() != SECTION_PROPERTIES) {
-        PtFileFormatError(9);
+// Decodes the frame section the cursor stands on as the result providers do: the time from the
+// state, the echo fields scattered into records, the trace samples by channel.
+Frame ReadFrame(PtDocumentReader& aReader)
+{
+  Frame lFrame;
+  while (aReader.Advance()) {
+    const PtU32 lSection = aReader.Id();
+    while (aReader.Advance()) {
+      if (lSection == SECTION_STATE && aReader.Id() == 6673) {
+        aReader.GetElement(&lFrame.mTime, 8, 1, 8);
       }
-      while (mReader.Advance()) {
-        ++mProperties;
-      }
-    }
-    mReader.BuildMainSectionList();
-  }
-
-  size_t Index() const { return mReader.CurrentMainSection() == PT_ALL ? 0 : mReader.CurrentMainSection(); }
-  size_t RecordSize() { return mReader.MainSectionCount() < 2 ? 0 : mReader.MainSectionCount() - 2; }
-
-  bool ReadNext()
-  {
-    if (Index() == mReader.MainSectionCount() - 2) {
-      return false;
-    }
-    if (!mReader.Advance() || mReader.Id() != SECTION_FRAME) {
-      PtFileFormatError(7);
-    }
-    mFrame = Frame();
-    while (mReader.Advance()) {
-      switch (mReader.Id()) {
-      case SECTION_STATE:
-        LoadState();
-        break;
-      case SECTION_ECHOES:
-        LoadEchoes();
-        break;
-      case SECTION_TRACES:
-        LoadTraces();
-        break;
-      default:
-        mReader.SkipCurrentSection();
-      }
-    }
-    return true;
-  }
-
-  bool MoveTo(size_t aIndex)
-  {
-    if (aIndex >= mReader.MainSectionCount() - 1) {
-      return false;
-    }
-    if (aIndex != Index()) {
-      size_t lStart = aIndex;
-      while (lStart > 1 && !mReader.IsIndexSection(lStart)) {
-        --lStart;
-      }
-      mReader.MoveTo(lStart);
-      while (Index() != aIndex) {
-        ReadNext();
-      }
-    }
-    return true;
-  }
-
-  void LoadState()
-  {
-    while (mReader.Advance()) {
-      if (mReader.Id() == 6673) {
-        mReader.GetElement(&mFrame.mTime, 8, 1, 8);
-      }
-    }
-  }
-
-  void LoadEchoes()
-  {
-    while (mReader.Advance()) {
       for (const Field& f : ECHO_FIELDS) {
-        if (f.mId == mReader.Id()) {
-          mFrame.mEchoes.resize(mReader.Count());
-          mReader.GetElement(reinterpret_cast<char*>(mFrame.mEchoes.data()) + f.mOffset, f.mWidth, mReader.Count(),
+        if (lSection == SECTION_ECHOES && f.mId == aReader.Id()) {
+          lFrame.mEchoes.resize(aReader.Count());
+          aReader.GetElement(reinterpret_cast<char*>(lFrame.mEchoes.data()) + f.mOffset, f.mWidth, aReader.Count(),
                              sizeof(Echo));
         }
       }
-    }
-  }
-
-  void LoadTraces()
-  {
-    while (mReader.Advance()) {
-      if (mReader.Id() != SECTION_TRACE) {
-        continue;
-      }
       PtU32 lChannel = 0;
-      while (mReader.Advance()) {
-        if (mReader.Id() == 5889) {
-          mReader.GetElement(&lChannel, 4, 1, 4);
-        } else if (mReader.Id() == 5893) {
-          mFrame.mTraces.resize(std::max<size_t>(mFrame.mTraces.size(), lChannel + 1));
-          mFrame.mTraces[lChannel].resize(mReader.Count());
-          mReader.GetElement(mFrame.mTraces[lChannel].data(), 2, mReader.Count(), 2);
+      while (lSection == SECTION_TRACES && aReader.Advance()) {
+        if (aReader.Id() == 5889) {
+          aReader.GetElement(&lChannel, 4, 1, 4);
+        } else if (aReader.Id() == 5893) {
+          lFrame.mTraces.resize(std::max<size_t>(lFrame.mTraces.size(), lChannel + 1));
+          lFrame.mTraces[lChannel].resize(aReader.Count());
+          aReader.GetElement(lFrame.mTraces[lChannel].data(), 2, aReader.Count(), 2);
         }
       }
     }
   }
+  return lFrame;
+}
 
-  struct Frame
-  {
-    PtU64 mTime = 0;
-    std::vector<Echo> mEchoes;
-    std::vector<std::vector<PtU16>> mTraces;
-  };
-
-  PtDocumentReader mReader;
-  int mProperties = 0;
-  Frame mFrame;
-};
-
-void ExpectFrame(const Player::Frame& aFrame, PtU32 aNumber, PtU32 aEchoes, PtU32 aTraces, PtU32 aLength)
+void ExpectFrame(const Frame& aFrame, PtU32 aNumber, PtU32 aEchoes, PtU32 aTraces, PtU32 aLength)
 {
   SCOPED_TRACE(aNumber);
   EXPECT_EQ(aFrame.mTime, 1420070400000ull + aNumber * 100ull);
@@ -364,50 +278,55 @@ TEST(DocumentUse, RecordPlaysForwardBackwardAndFromAnyFrame)
 {
   const QString lFile = Path("record.ptl");
   WriteRecord(lFile, 12, 6, 3, 16);
-  Player lPlayer(lFile);
-  lPlayer.Start();
-  EXPECT_EQ(lPlayer.mProperties, 2);
-  EXPECT_EQ(lPlayer.RecordSize(), 12u);
+  PtDocumentReader lReader(lFile, RECORD_TYPE);
+  // The player reads the header, then lists the frames: the list must leave the cursor where it is.
+  ASSERT_TRUE(lReader.Advance());
+  EXPECT_EQ(lReader.Id(), SECTION_HEADER);
+  EXPECT_EQ(Dump(lReader).count("  E "), 2);
+  lReader.BuildMainSectionList();
+  ASSERT_EQ(lReader.MainSectionCount(), 14u);
   for (PtU32 f = 0; f < 12; ++f) {
-    ASSERT_TRUE(lPlayer.ReadNext());
-    ExpectFrame(lPlayer.mFrame, f, 6, 3, 16);
+    ASSERT_TRUE(lReader.Advance());
+    ASSERT_EQ(lReader.Id(), SECTION_FRAME);
+    ExpectFrame(ReadFrame(lReader), f, 6, 3, 16);
   }
-  EXPECT_FALSE(lPlayer.ReadNext()); // the closing empty frame is not played
-
   for (size_t lIndex : {5u, 1u, 12u, 3u, 4u}) {
-    ASSERT_TRUE(lPlayer.MoveTo(lIndex));
-    EXPECT_EQ(lPlayer.Index(), lIndex);
-    ExpectFrame(lPlayer.mFrame, PtU32(lIndex - 1), 6, 3, 16);
+    ASSERT_TRUE(lReader.MoveTo(lIndex));
+    ASSERT_TRUE(lReader.Advance());
+    EXPECT_EQ(lReader.CurrentMainSection(), lIndex);
+    ExpectFrame(ReadFrame(lReader), PtU32(lIndex - 1), 6, 3, 16);
   }
-  EXPECT_FALSE(lPlayer.MoveTo(13));
 }
 
-TEST(DocumentUse, ExtractedRangeReplaysAsARecordOfItsOwn)
+TEST(DocumentUse, ExtractedRangeIsARecordOfItsOwn)
 {
   const QString lFile = Path("source.ptl");
   const QString lCopy = Path("extract.ptl");
   WriteRecord(lFile, 10, 4, 2, 8);
-  PtDocumentReader lSource(lFile);
-  lSource.Advance(); // the cursor of the source must not move
-  EXPECT_TRUE(lSource.Extract(1, 4, 7, lCopy));
-  EXPECT_EQ(lSource.CurrentMainSection(), 0u);
-  EXPECT_EQ(lSource.Id(), SECTION_HEADER);
-
-  Player lPlayer(lCopy);
-  lPlayer.Start();
-  EXPECT_EQ(lPlayer.RecordSize(), 4u);
-  for (PtU32 f = 3; f < 7; ++f) {
-    ASSERT_TRUE(lPlayer.ReadNext());
-    ExpectFrame(lPlayer.mFrame, f, 4, 2, 8);
+  std::vector<QByteArray> lSource;
+  {
+    PtDocumentReader lReader(lFile);
+    lSource = DumpMainSections(lReader);
   }
-  EXPECT_FALSE(lPlayer.ReadNext());
+  PtDocumentReader lReader(lFile);
+  lReader.Advance(); // the cursor of the source must not move
+  EXPECT_TRUE(lReader.Extract(1, 4, 7, lCopy));
+  EXPECT_EQ(lReader.CurrentMainSection(), 0u);
+  EXPECT_EQ(lReader.Id(), SECTION_HEADER);
+  {
+    // The header, frames 3 to 6, and the closing empty frame, each as it was.
+    PtDocumentReader lExtract(lCopy, RECORD_TYPE);
+    EXPECT_EQ(DumpMainSections(lExtract), (std::vector<QByteArray>{lSource[0], lSource[4], lSource[5], lSource[6],
+                                                                     lSource[7], lSource[11]}));
+    EXPECT_EQ(lExtract.MainSectionCount(), 6u);
+  }
 
   const struct
   {
     size_t mLeading, mFirst, mLast;
   } lBad[] = {{2, 1, 3}, {1, 5, 4}, {1, 3, 12}};
   for (const auto& b : lBad) {
-    EXPECT_FALSE(lSource.Extract(b.mLeading, b.mFirst, b.mLast, Path("bad.ptl")));
+    EXPECT_FALSE(lReader.Extract(b.mLeading, b.mFirst, b.mLast, Path("bad.ptl")));
   }
   EXPECT_FALSE(QFile::exists(Path("bad.ptl")));
 }

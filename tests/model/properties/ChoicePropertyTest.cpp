@@ -7,26 +7,7 @@ namespace {
 constexpr PtU32 NONE = 0xFFFFFFFFu;
 using Text = PxTextProperty;
 
-TEST(EnumProperty, AcceptsOnlyListedValues)
-{
-  PxEnumProperty lProperty(F_EDITABLE, 1, 1, 1);
-  lProperty.AddEnumValue(0, QStringLiteral("Off"));
-  lProperty.AddEnumValue(1, QStringLiteral("On"));
-  lProperty.SetCount(1);
-  QSignalSpy lValues(&lProperty, &PxProperty::ValueChanged);
-  ExpectRefused([&] { lProperty.SetValue(0, 2); }, 5, QStringLiteral("2"));
-  ExpectRefused([&] { lProperty.SetDoubleValue(0, -1.0); }, 5, QStringLiteral("4294967295"));
-  lProperty.SetValue(0, 0);
-  lProperty.SetDoubleValue(0, 1.7);
-  lProperty.SetValue(0, 1);
-  EXPECT_EQ(lProperty.DoubleValue(0), 1.0);
-  EXPECT_EQ(lValues.count(), 1);
-  EXPECT_EQ(lProperty.ValueIndex(0), 1u);
-  EXPECT_EQ(lProperty.FormattedValue(0), QStringLiteral("On"));
-  EXPECT_EQ(lProperty.GetIndexFromValue(QStringLiteral("On")), 1u);
-}
-
-TEST(EnumProperty, LooksUpPositionsAndValues)
+TEST(EnumProperty, AcceptsOnlyListedValuesAndLooksUpPositionsAndValues)
 {
   // Values that differ from their positions show which of the two each lookup gives.
   PxEnumProperty lProperty(F_EDITABLE, 1, 1, 2);
@@ -34,15 +15,24 @@ TEST(EnumProperty, LooksUpPositionsAndValues)
   lProperty.AddEnumValue(10, QStringLiteral("Low"));
   lProperty.AddEnumValue(20, QStringLiteral("Maximum"));
   lProperty.SetCount(2);
+  QSignalSpy lValues(&lProperty, &PxProperty::ValueChanged);
+  ExpectRefused([&] { lProperty.SetValue(0, 2); }, 5, QStringLiteral("2"));
+  ExpectRefused([&] { lProperty.SetDoubleValue(0, -1.0); }, 5, QStringLiteral("4294967295"));
+  lProperty.SetValue(0, 10);
+  lProperty.SetDoubleValue(0, 10.7); // cut to 10: no change
+  EXPECT_EQ(lProperty.DoubleValue(0), 10.0);
+  EXPECT_EQ(Indexes(lValues), std::vector<size_t>{0});
+  EXPECT_EQ(lProperty.ValueIndex(0), 1u);
   lProperty.SetValueIndex(1, 2);
   EXPECT_EQ(lProperty.Value(1), 20u);
   EXPECT_EQ(lProperty.ValueIndex(1), 0u) << "the first entry with the value wins";
-  EXPECT_EQ(lProperty.ValueIndex(0), NONE) << "0 is not listed";
   EXPECT_EQ(lProperty.GetIndexFromValue(QStringLiteral("Low")), 10u) << "gives the value, not the position";
   EXPECT_EQ(lProperty.GetIndexFromValue(QStringLiteral("low")), NONE);
   EXPECT_EQ(lProperty.FormattedValue(1), QStringLiteral("High"));
   // A value that came from a device or a file without being listed still shows.
-  EXPECT_EQ(lProperty.FormattedValue(0), QStringLiteral("0"));
+  lProperty.Values()[0] = 7;
+  EXPECT_EQ(lProperty.ValueIndex(0), NONE);
+  EXPECT_EQ(lProperty.FormattedValue(0), QStringLiteral("7"));
   EXPECT_DEATH(lProperty.SetValueIndex(0, 3), AssertionMessage("aEnumIndex < mEnumValues.size()", "PxEnumProperty"));
 }
 

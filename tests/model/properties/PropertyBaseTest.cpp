@@ -1,5 +1,4 @@
 #include "PropertyTestSupport.h"
-#include "PxBoolProperty.h"
 #include "PxFloatProperty.h"
 #include "PxIntegerProperty.h"
 #include "PxTextProperty.h"
@@ -46,14 +45,10 @@ TEST(PropertyBase, UnsupportedTypedAccessRaisesItsLogicError)
 {
   RawProperty lRaw(0, 1, 4, 4);
   lRaw.SetCount(1);
-  PxBoolProperty lBool(F_EDITABLE, 2, 1);
-  lBool.SetCount(1);
   ExpectLogicError([&] { lRaw.DoubleValue(0); }, 7);
   ExpectLogicError([&] { lRaw.TextValue(0); }, 8);
   ExpectLogicError([&] { lRaw.SetDoubleValue(0, 1.0); }, 9);
   ExpectLogicError([&] { lRaw.SetTextValue(0, QStringLiteral("1")); }, 10);
-  ExpectLogicError([&] { lBool.TextValue(0); }, 8);
-  ExpectLogicError([&] { lBool.SetTextValue(0, QStringLiteral("true")); }, 10);
   // Widening needs 4-byte slots.
   RawProperty lWide(F_EDITABLE, 3, 2, 8, true);
   lWide.SetCount(1);
