@@ -58,8 +58,9 @@ PxSensor::PxSensor(PxConnection* aConnection)
 
 PxSensor::~PxSensor()
 {
-  StopRecorder();
-  StopDataLogger();
+  // No StopRecorder/StopDataLogger here: they refresh editability, which would reach properties
+  // of the concrete sensor that are already destroyed.
+  DestroyRecording();
   // Views may outlive the sensor; they must not try to leave it later.
   for (PxResultSubscription* lSubscription : mSubscriptions) {
     lSubscription->SetSensor(nullptr);
@@ -98,6 +99,11 @@ void PxSensor::CreateRecorder()
 void PxSensor::CreateDataLogger()
 {
   PtLogicError(21);
+}
+
+void PxSensor::DestroyRecording()
+{
+  // The recorder and the data logger arrive with the recording work; nothing is running yet.
 }
 
 void PxSensor::StopRecorder()
