@@ -109,9 +109,8 @@ private:
   void RunDebugCommand(PtU16 aRequest, PtU64 aP1, PtU32 aP2, PtByte aP3, PtU64 aP4);
   void FetchAll();
 
-  // The properties are children of the sensor rather than members: the sensor base still walks
-  // every property while it is destroyed (to update editability), after members of this class
-  // would already be gone.
+  // The properties are QObject children of the sensor, so they outlive whatever the sensor base
+  // does with its property maps while it is torn down.
   // Identity and constants the user cannot change.
   PxTextProperty* mSerialNumber = nullptr;
   PxTextProperty* mHardwarePart = nullptr;
