@@ -1,25 +1,33 @@
 #include "PxSimDriver.h"
 
+#include "PxHost.h"
 #include "PxSimSensor.h"
 
 #include <QCoreApplication>
+#include <QPointer>
 
 namespace {
-// The registries keep duplicates and take the first match; registering once keeps them short.
 bool sRegistered = false;
+// Guarded: a sensor made after the window closed simply has no tick.
+QPointer<PxHost> sHost;
 } // namespace
 
-void PxSimDriver::Register()
+void PxSimDriver::Register(PxHost* aHost)
 {
+  sHost = aHost;
   if (sRegistered) {
     return;
   }
   sRegistered = true;
   PxDevice::RegisterType(PxSimSensor::TYPE, QCoreApplication::translate("PxSimDriver", "Parvex 16"),
-                         &PxSimSensor::Make);
+                         &PxSimDriver::CreateSensor);
 }
 
-bool PxSimDriver::Registered()
+PxDevice* PxSimDriver::CreateSensor(PxConnection* aConnection)
 {
-  return sRegistered;
+  auto* lSensor = new PxSimSensor(aConnection);
+  if (sHost) {
+    QObject::connect(sHost.data(), &PxHost::Tick, lSensor, &PxSimSensor::Acquire);
+  }
+  return lSensor;
 }

@@ -157,11 +157,6 @@ PxSimSensor::PxSimSensor(PxConnection* aConnection)
 
 PxSimSensor::~PxSimSensor() = default;
 
-PxDevice* PxSimSensor::Make(PxConnection* aConnection)
-{
-  return new PxSimSensor(aConnection);
-}
-
 QString PxSimSensor::Name() const
 {
   return tr("Parvex 16");

@@ -48,9 +48,6 @@ public:
   explicit PxSimSensor(PxConnection* aConnection);
   ~PxSimSensor() override;
 
-  // The factory the device-type registry calls.
-  static PxDevice* Make(PxConnection* aConnection);
-
   QString Name() const override;
   PtU16 ExpectedSoftwareVersion(int aComponent) const override;
   PxCodeUpdateJob* CreateComponentUpdateJob(int aComponent) override;

@@ -5,6 +5,7 @@
 #include "PtDocumentReader.h"
 #include "PtErrorLogForm.h"
 #include "PxCommand.h"
+#include "PxHost.h"
 #include "PxInProcessConnection.h"
 #include "PxResultState.h"
 #include "PxResultSubscription.h"
@@ -79,6 +80,22 @@ protected:
   std::unique_ptr<SimProcess> mProcess;
   std::unique_ptr<PxControlConnection> mLink;
   std::unique_ptr<PxSimSensor> mSensor;
+};
+
+// A host window with nothing in it but its Tick.
+class TickHost : public PxHost
+{
+public:
+  bool UseSavedLayout() override { return false; }
+  void SetDeviceTitle(const QString&) override {}
+  void AddToolBarAction(QAction*) override {}
+  QObject* CreateDeviceContext() override { return new QObject; }
+  QMenu* AddMenu(const QString&) override { return nullptr; }
+  void AddFileAction(QAction*) override {}
+  void AddSettingsAction(QAction*) override {}
+  void AddHelpAction(QAction*) override {}
+  void AddStatusWidget(QWidget*) override {}
+  void ShowStatusMessage(const QString&, int) override {}
 };
 
 // Counts the frames each provider announces, in order.
@@ -335,4 +352,23 @@ TEST(SimSensor, WithoutALinkNothingIsSentAndNothingAborts)
     EXPECT_THROW(lSensor.Reset(), PxConnection::Exception);
     lSensor.Unsubscribe(&lView);
   }
+}
+
+TEST(SimSensor, ASensorMadeForTheApplicationAcquiresOnTheHostsTick)
+{
+  TickHost lHost;
+  PxSimDriver::Register(&lHost);
+  PxInProcessConnection lLink;
+  ASSERT_TRUE(lLink.Connect());
+  std::unique_ptr<PxDevice> lSensor(PxDevice::Create(PxSimSensor::TYPE, &lLink));
+  PxSimDriver::Register(); // the other suites make sensors without a host
+  auto& lSimSensor = dynamic_cast<PxSimSensor&>(*lSensor);
+  lSimSensor.Initialize();
+  PxResultSubscription lView(2);
+  lSimSensor.Subscribe(&lView);
+  QSignalSpy lFrames(lSimSensor.GetProvider(2), &PxResultProvider::NewData);
+  Q_EMIT lHost.Tick();
+  Q_EMIT lHost.Tick();
+  EXPECT_EQ(lFrames.count(), 2);
+  lSimSensor.Unsubscribe(&lView);
 }
