@@ -358,7 +358,7 @@ void PxSimSensor::ReadProperties(PxProtocolReader& aReader)
 void PxSimSensor::ReadIdentity()
 {
   Guarded([this] { ReadProperties(Exchange(REQ_IDENTITY)); });
-  qCInfo(lcDriver).noquote() << "connected to" << SerialNumber() << "software" << mSoftwareVersion.Value(0);
+  qCDebug(lcDriver).noquote() << "connected to" << SerialNumber() << "software" << mSoftwareVersion.Value(0);
 }
 
 void PxSimSensor::ReadConfiguration()
