@@ -47,7 +47,8 @@ T* Own(PxDevice& aDevice, A... aArguments)
   return lProperty;
 }
 
-// The reason a failed exchange left the link up or not, for the log.
+// Whether a failed exchange left the byte stream out of step: a protocol error of 1000 or more.
+// The device's answer codes are below that, and transport failures drop the link themselves.
 bool OutOfStep(const std::exception& aError)
 {
   if (!dynamic_cast<const PxProtocolReader::Exception*>(&aError)) {
