@@ -1,13 +1,19 @@
 #include "PxSensor.h"
 
 #include "PtAssert.h"
+#include "PtErrorLogForm.h"
 #include "PtException.h"
+#include "PxDataLogger.h"
+#include "PxRecorder.h"
 #include "PxResult.h"
 #include "PxResultState.h"
 #include "PxResultSubscription.h"
 
 #include <QCoreApplication>
 #include <algorithm>
+#include <exception>
+#include <memory>
+#include <utility>
 
 namespace
 {
@@ -58,7 +64,12 @@ PxSensor::PxSensor(PxConnection* aConnection)
 
 PxSensor::~PxSensor()
 {
-  StopRecorder();
+  try {
+    StopRecorder();
+  } catch (const std::exception& e) {
+    // Nobody to hand it to while the sensor goes; the log keeps it.
+    PtErrorLogForm::LogError(e);
+  }
   StopDataLogger();
   // Views may outlive the sensor; they must not try to leave it later.
   for (PxResultSubscription* lSubscription : mSubscriptions) {
@@ -87,26 +98,57 @@ void PxSensor::Initialize()
 
 void PxSensor::InitializeRecording()
 {
-  // The recorder's and the data logger's settings arrive with the recording work.
+  PxRecorder::Initialize();
+  PxDataLogger::Initialize();
 }
 
 void PxSensor::CreateRecorder()
 {
-  PtLogicError(20);
+  // The new one first: when it cannot start, the running recording goes on.
+  auto* lRecorder = new PxRecorder(this);
+  std::unique_ptr<PxRecorder> lPrevious(std::exchange(mRecorder, lRecorder));
+  if (lPrevious) {
+    try {
+      lPrevious->Close();
+    } catch (const std::exception&) {
+      UpdateEditables();
+      throw;
+    }
+  }
+  lPrevious.reset();
+  UpdateEditables();
 }
 
 void PxSensor::CreateDataLogger()
 {
-  PtLogicError(21);
+  auto* lLogger = new PxDataLogger(this);
+  delete std::exchange(mDataLogger, lLogger);
+  UpdateEditables();
 }
 
 void PxSensor::StopRecorder()
 {
+  std::unique_ptr<PxRecorder> lRecorder(std::exchange(mRecorder, nullptr));
+  std::exception_ptr lError;
+  if (lRecorder) {
+    // The file is finished before the recorder goes; an error doing so reaches the caller, with
+    // the recorder gone and the configuration unlocked all the same.
+    try {
+      lRecorder->Close();
+    } catch (const std::exception&) {
+      lError = std::current_exception();
+    }
+    lRecorder.reset();
+  }
   UpdateEditables();
+  if (lError) {
+    std::rethrow_exception(lError);
+  }
 }
 
 void PxSensor::StopDataLogger()
 {
+  delete std::exchange(mDataLogger, nullptr);
   UpdateEditables();
 }
 
