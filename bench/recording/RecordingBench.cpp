@@ -58,7 +58,8 @@ void BM_RecordFrame(benchmark::State& aState)
   const PtU64 lBytes = lRecorder->FileSize();
   lSource.mSensor.StopRecorder();
   aState.SetBytesProcessed(static_cast<int64_t>(lBytes));
-  aState.counters["frames_per_s"] = benchmark::Counter(static_cast<double>(aState.iterations()), benchmark::Counter::kIsRate);
+  aState.counters["frames_per_s"] =
+      benchmark::Counter(static_cast<double>(aState.iterations()), benchmark::Counter::kIsRate);
 }
 BENCHMARK(BM_RecordFrame)->Iterations(FRAMES_WRITTEN)->Unit(benchmark::kMicrosecond)->UseRealTime();
 
@@ -87,7 +88,8 @@ void BM_RawSequentialWrite(benchmark::State& aState)
   lFile.write(lBuffer.data(), static_cast<qint64>(lUsed));
   lFile.close();
   aState.SetBytesProcessed(static_cast<int64_t>(sFrame * aState.iterations()));
-  aState.counters["frames_per_s"] = benchmark::Counter(static_cast<double>(aState.iterations()), benchmark::Counter::kIsRate);
+  aState.counters["frames_per_s"] =
+      benchmark::Counter(static_cast<double>(aState.iterations()), benchmark::Counter::kIsRate);
 }
 BENCHMARK(BM_RawSequentialWrite)->Iterations(FRAMES_WRITTEN)->Unit(benchmark::kMicrosecond)->UseRealTime();
 
@@ -115,7 +117,8 @@ void BM_ReadNext(benchmark::State& aState)
       lPlayer->MoveTo(0);
     }
   }
-  aState.counters["frames_per_s"] = benchmark::Counter(static_cast<double>(aState.iterations()), benchmark::Counter::kIsRate);
+  aState.counters["frames_per_s"] =
+      benchmark::Counter(static_cast<double>(aState.iterations()), benchmark::Counter::kIsRate);
 }
 BENCHMARK(BM_ReadNext)->Unit(benchmark::kMicrosecond)->UseRealTime();
 
@@ -150,7 +153,12 @@ void BM_MoveToRandomFrame(benchmark::State& aState)
   aState.counters["player_heap_kb"] = HeapKb() - lBefore;
   aState.counters["file_mb"] = static_cast<double>(QFileInfo(lFile).size()) / (1 << 20);
 }
-BENCHMARK(BM_MoveToRandomFrame)->Arg(36000)->Arg(360000)->Iterations(2000)->Unit(benchmark::kMicrosecond)->UseRealTime();
+BENCHMARK(BM_MoveToRandomFrame)
+    ->Arg(36000)
+    ->Arg(360000)
+    ->Iterations(2000)
+    ->Unit(benchmark::kMicrosecond)
+    ->UseRealTime();
 } // namespace
 
 int main(int argc, char** argv)

@@ -33,8 +33,8 @@ constexpr unsigned int LARGEST_FILE_SIZE = 4095;
 
 // A setting edited by hand (or by an older version) must not turn into a recorder that splits on
 // every frame: out-of-range values fall back to the default.
-unsigned int ReadUnsigned(const QSettings& aSettings, const QString& aKey, unsigned int aDefault,
-                          unsigned int aMin, unsigned int aMax)
+unsigned int ReadUnsigned(const QSettings& aSettings, const QString& aKey, unsigned int aDefault, unsigned int aMin,
+                          unsigned int aMax)
 {
   if (!aSettings.contains(aKey)) {
     return aDefault;

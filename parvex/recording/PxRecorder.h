@@ -32,11 +32,7 @@ class PX_EXPORT PxRecorder : public QObject
   Q_OBJECT
 
 public:
-  enum : PtU32 {
-    SECTION_HEADER = 0x1100,
-    SECTION_PROPERTIES = 0x1101,
-    SECTION_FRAME = 0x15A0
-  };
+  enum : PtU32 { SECTION_HEADER = 0x1100, SECTION_PROPERTIES = 0x1101, SECTION_FRAME = 0x15A0 };
   // Bits of the frame content and of the recording flags.
   enum : PtU32 { CONTENT_RAW_TRACES = 4, CONTENT_FILTERED_TRACES = 8, CONTENT_ECHOES = 16 };
   static constexpr unsigned int DEFAULT_FLAGS = 33;

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <QDateTime>
-#include <QString>
-
 #include "PxSensor.h"
 #include "PxTextProperty.h"
+
+#include <QDateTime>
+#include <QString>
 
 // File names of the recorder and the data logger: the device's name (without the characters that
 // would make a subdirectory or an invalid name), a dash, the local time to the millisecond.

@@ -57,8 +57,8 @@ TEST(DataLogger, WritesEachEchoOnceStampedWithTheStateThatFollows)
   // Scales: distance 1/1000, amplitude 1/100.
   PublishOneEcho(lSource, 12340, 4550, 3, 1);
   PublishState(lSource, 123456);
-  PublishState(lSource, 123466);             // no new echoes: nothing
-  PublishOneEcho(lSource, 1, 1, 0, 0);      // replaced before its state: not written
+  PublishState(lSource, 123466);               // no new echoes: nothing
+  PublishOneEcho(lSource, 1, 1, 0, 0);         // replaced before its state: not written
   PublishOneEcho(lSource, 12345678, 0, 15, 0); // wider than its fields: written whole
   PublishState(lSource, 4000000000u);
   PublishNoEchoes(lSource);

@@ -133,21 +133,32 @@ TEST(RecordPlayer, RefusesFilesItCannotReplay)
     bool mRegistered;
   } const lCases[] = {
       {"missing file", [&] { return lBase + QStringLiteral("missing.ptl"); }, QFileDevice::OpenError, true},
-      {"shorter than two words", [&] {
+      {"shorter than two words",
+       [&] {
          QFile lFile(lBase + QStringLiteral("short.ptl"));
          lFile.open(QIODevice::WriteOnly);
          lFile.write("PXDC");
          return lFile.fileName();
-       }, QFileDevice::ReadError, true},
-      {"other document type", [&] { return WriteFile(lBase + QStringLiteral("1.ptl"), 0x1234, [](PtDocumentWriter& w) { Header(w); }); }, 0, false},
-      {"no header first", [&] {
+       },
+       QFileDevice::ReadError, true},
+      {"other document type",
+       [&] { return WriteFile(lBase + QStringLiteral("1.ptl"), 0x1234, [](PtDocumentWriter& w) { Header(w); }); }, 0,
+       false},
+      {"no header first",
+       [&] {
          return WriteFile(lBase + QStringLiteral("6.ptl"), lRecord, [](PtDocumentWriter& w) {
            w.StartSection(PxRecorder::SECTION_FRAME);
            w.EndSection();
          });
-       }, 6, true},
-      {"unknown header section", [&] { return WriteFile(lBase + QStringLiteral("9.ptl"), lRecord, [](PtDocumentWriter& w) { Header(w, 0x777); }); }, 9, true},
-      {"not a frame", [&] {
+       },
+       6, true},
+      {"unknown header section",
+       [&] {
+         return WriteFile(lBase + QStringLiteral("9.ptl"), lRecord, [](PtDocumentWriter& w) { Header(w, 0x777); });
+       },
+       9, true},
+      {"not a frame",
+       [&] {
          return WriteFile(lBase + QStringLiteral("7.ptl"), lRecord, [](PtDocumentWriter& w) {
            Header(w);
            w.StartSection(0x1234);
@@ -155,7 +166,8 @@ TEST(RecordPlayer, RefusesFilesItCannotReplay)
            w.StartSection(PxRecorder::SECTION_FRAME);
            w.EndSection();
          });
-       }, 7, true},
+       },
+       7, true},
   };
   for (const Case& lCase : lCases) {
     SCOPED_TRACE(lCase.mName);
@@ -183,18 +195,19 @@ TEST(RecordPlayer, DeliversTheKnownSectionsOfAFrameAndSkipsTheRest)
   QTemporaryDir lDir;
   SyntheticSensor lSource(0, 0);
   lSource.PublishEchoes(5);
-  const QString lFile = WriteFile(lDir.path() + QStringLiteral("/x.ptl"), PxTestSensor::RECORD_DOCUMENT, [&](PtDocumentWriter& w) {
-    Header(w);
-    w.StartSection(PxRecorder::SECTION_FRAME);
-    w.StartSection(0x4444); // from a newer recorder
-    const PtU32 lValue = 1;
-    w.AddElement(1, &lValue, 4, 1, 4);
-    w.EndSection();
-    lSource.mSensor.EchoesProvider().Save(w);
-    w.EndSection();
-    w.StartSection(PxRecorder::SECTION_FRAME);
-    w.EndSection();
-  });
+  const QString lFile =
+      WriteFile(lDir.path() + QStringLiteral("/x.ptl"), PxTestSensor::RECORD_DOCUMENT, [&](PtDocumentWriter& w) {
+        Header(w);
+        w.StartSection(PxRecorder::SECTION_FRAME);
+        w.StartSection(0x4444); // from a newer recorder
+        const PtU32 lValue = 1;
+        w.AddElement(1, &lValue, 4, 1, 4);
+        w.EndSection();
+        lSource.mSensor.EchoesProvider().Save(w);
+        w.EndSection();
+        w.StartSection(PxRecorder::SECTION_FRAME);
+        w.EndSection();
+      });
   std::unique_ptr<PxRecordPlayer> lPlayer(PxRecordPlayer::CreateFromFile(lFile));
   lPlayer->Start();
   QSignalSpy lEchoes(&lPlayer->Sensor()->EchoesProvider(), &PxResultProvider::NewData);

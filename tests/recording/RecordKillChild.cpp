@@ -57,8 +57,8 @@ int main(int argc, char** argv)
     lNotYetOnDisk.push_back({n, lFile, lRecorder->FileSize()});
     const long lBefore = lDurable;
     const qint64 lOnDisk = QFileInfo(lFile).size();
-    while (!lNotYetOnDisk.empty() && (lNotYetOnDisk.front().mFile != lFile ||
-                                      lNotYetOnDisk.front().mEnd <= static_cast<PtU64>(lOnDisk))) {
+    while (!lNotYetOnDisk.empty() &&
+           (lNotYetOnDisk.front().mFile != lFile || lNotYetOnDisk.front().mEnd <= static_cast<PtU64>(lOnDisk))) {
       lDurable = lNotYetOnDisk.front().mFrame;
       lNotYetOnDisk.pop_front();
     }

@@ -59,11 +59,9 @@ TEST(Recorder, AssemblesFramesInTheOrderTheResultsArrive)
     std::vector<std::vector<PtU32>> mFrames;
   } const lCases[] = {
       {33, "TES", {{E, S}}}, // the default records state and echoes only
-      {37, "TES", {{T, E, S}}},
-      {37, "TESTES", {{T, E, S}, {T, E, S}}},
+      {37, "TES", {{T, E, S}}},       {37, "TESTES", {{T, E, S}, {T, E, S}}},
       {37, "TTES", {{T}, {T, E, S}}}, // traces again before the state: a new frame
-      {37, "EES", {{E}, {E, S}}},
-      {37, "ESS", {{E, S}, {S}}},
+      {37, "EES", {{E}, {E, S}}},     {37, "ESS", {{E, S}, {S}}},
   };
   for (const Case& lCase : lCases) {
     SCOPED_TRACE(std::string(lCase.mPublished) + " flags " + std::to_string(lCase.mFlags));
@@ -73,7 +71,9 @@ TEST(Recorder, AssemblesFramesInTheOrderTheResultsArrive)
     lSource.mSensor.CreateRecorder();
     PtU32 lFrame = 0;
     for (const char* p = lCase.mPublished; *p; ++p) {
-      *p == 'T' ? lSource.PublishTraces(lFrame) : *p == 'E' ? lSource.PublishEchoes(lFrame) : lSource.PublishState(lFrame++);
+      *p == 'T'   ? lSource.PublishTraces(lFrame)
+      : *p == 'E' ? lSource.PublishEchoes(lFrame)
+                  : lSource.PublishState(lFrame++);
     }
     lSource.mSensor.StopRecorder();
     ASSERT_EQ(lSource.mSensor.Recorder(), nullptr);
@@ -270,11 +270,9 @@ TEST(Recorder, ElapsedTimeWrapsAt32Bits)
     qint64 mLaterMs;
     unsigned int mElapsed;
   } const lCases[] = {
-      {lStart, 1500, 1500u},
-      {lStart, (1LL << 32) - 1, 0xFFFFFFFFu},
+      {lStart, 1500, 1500u},         {lStart, (1LL << 32) - 1, 0xFFFFFFFFu},
       {lStart, (1LL << 32) + 5, 5u}, // about 49.7 days
-      {QDateTime(), 1500, 0u},
-      {QDateTime::fromMSecsSinceEpoch(0, Qt::UTC), 1500, 0u},
+      {QDateTime(), 1500, 0u},       {QDateTime::fromMSecsSinceEpoch(0, Qt::UTC), 1500, 0u},
   };
   for (const Case& lCase : lCases) {
     const QDateTime lNow = (lCase.mStart.isValid() ? lCase.mStart : lStart).addMSecs(lCase.mLaterMs);

@@ -60,7 +60,8 @@ public:
   void PublishTraces(PtU32 aFrame)
   {
     PxTestBytes lBody;
-    lBody.ElementHeader(419, 1, 4).U32(mSamples).ElementHeader(420, 1, 4).U32(aFrame).ElementHeader(421, 1, 4).U32(~aFrame);
+    lBody.ElementHeader(419, 1, 4).U32(mSamples).ElementHeader(420, 1, 4).U32(aFrame).ElementHeader(421, 1, 4).U32(
+        ~aFrame);
     lBody.ElementHeader(3, static_cast<std::uint16_t>(mChannels), mSamples * 2);
     for (int c = 0; c < mChannels; ++c) {
       for (PtU32 k = 0; k < mSamples; ++k) {
@@ -72,7 +73,8 @@ public:
       lBody.U32(aFrame + static_cast<PtU32>(c));
     }
     mTransport.Rewind();
-    mTransport.Queue(PxTestBytes().AnswerHeader(2, 0, static_cast<std::uint32_t>(lBody.Size()), TRACES_REQUEST).Bytes(lBody));
+    mTransport.Queue(
+        PxTestBytes().AnswerHeader(2, 0, static_cast<std::uint32_t>(lBody.Size()), TRACES_REQUEST).Bytes(lBody));
     mTransport.Reader().ReadAnswerHeader(TRACES_REQUEST);
     mSensor.TraceProvider().ReadFromPtProtocol(mTransport.Reader());
   }
