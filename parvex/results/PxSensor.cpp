@@ -64,13 +64,9 @@ PxSensor::PxSensor(PxConnection* aConnection)
 
 PxSensor::~PxSensor()
 {
-  try {
-    StopRecorder();
-  } catch (const std::exception& e) {
-    // Nobody to hand it to while the sensor goes; the log keeps it.
-    PtErrorLogForm::LogError(e);
-  }
-  StopDataLogger();
+  // No StopRecorder/StopDataLogger here: they refresh editability, which would reach properties
+  // of the concrete sensor that are already destroyed.
+  DestroyRecording();
   // Views may outlive the sensor; they must not try to leave it later.
   for (PxResultSubscription* lSubscription : mSubscriptions) {
     lSubscription->SetSensor(nullptr);
@@ -124,6 +120,21 @@ void PxSensor::CreateDataLogger()
   auto* lLogger = new PxDataLogger(this);
   delete std::exchange(mDataLogger, lLogger);
   UpdateEditables();
+}
+
+void PxSensor::DestroyRecording()
+{
+  std::unique_ptr<PxRecorder> lRecorder(std::exchange(mRecorder, nullptr));
+  if (lRecorder) {
+    // The file is finished all the same; an error doing so has nobody to go to but the log.
+    try {
+      lRecorder->Close();
+    } catch (const std::exception& e) {
+      PtErrorLogForm::LogError(e);
+    }
+  }
+  lRecorder.reset();
+  delete std::exchange(mDataLogger, nullptr);
 }
 
 void PxSensor::StopRecorder()

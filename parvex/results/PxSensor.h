@@ -143,6 +143,8 @@ private:
   void ForgetProvider(PxResultProvider* aProvider);
   // Reads the recorder's and the data logger's persisted settings.
   void InitializeRecording();
+  // Destroys a running recorder and data logger without touching the properties.
+  void DestroyRecording();
 
   // Providers made by CreateProvider (the members are not in here).
   std::vector<std::unique_ptr<PxResultProvider>> mCreatedProviders;

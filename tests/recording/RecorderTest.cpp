@@ -279,3 +279,29 @@ TEST(Recorder, ElapsedTimeWrapsAt32Bits)
     EXPECT_EQ(PxRecorder::ElapsedBetween(lCase.mStart, lNow), lCase.mElapsed) << lCase.mLaterMs;
   }
 }
+
+// The link drops while recording and logging: the device UI destroys the sensor with both running.
+TEST(Recorder, ASensorDestroyedWhileRecordingLeavesFinishedFiles)
+{
+  RegisterTestPlayer();
+  QTemporaryDir lDir;
+  UseRecorder(lDir.path(), 37);
+  PxDataLogger::SetParameters(lDir.path());
+  auto lSource = std::make_unique<SyntheticSensor>(2, 8);
+  lSource->mSensor.CreateRecorder();
+  lSource->mSensor.CreateDataLogger();
+  const QString lLog = lSource->mSensor.DataLogger()->FileName();
+  for (PtU32 n = 0; n < 3; ++n) {
+    lSource->PublishFrame(n);
+  }
+  lSource.reset();
+
+  const QString lRecord = RecordFiles(lDir.path()).value(0);
+  EXPECT_TRUE(ReadLayout(lRecord).mClosed);
+  std::unique_ptr<PxRecordPlayer> lPlayer(PxRecordPlayer::CreateFromFile(lRecord));
+  lPlayer->Start();
+  EXPECT_EQ(lPlayer->RecordSize(), 3u);
+  QFile lFile(lLog);
+  ASSERT_TRUE(lFile.open(QIODevice::ReadOnly));
+  EXPECT_EQ(lFile.readAll().count('\n'), static_cast<int>(EchoCountOf(0) + EchoCountOf(1) + EchoCountOf(2)));
+}

@@ -79,14 +79,15 @@ TEST(Sensor, ProvidersAreMadeOnFirstRequest)
   EXPECT_EQ(lSensor.GetProvider(PxResultProvider::ID_TRACES), &lSensor.TraceProvider());
   // The state provider's results are in the shared maps, for files and for answers.
   auto* lTimestamp = static_cast<PxResultState*>(lState)->TimestampResult();
-  EXPECT_EQ(lSensor.FindResult(lTimestamp->Id()), lTimestamp);
+  const PtU32 lTimestampId = lTimestamp->Id();
+  EXPECT_EQ(lSensor.FindResult(lTimestampId), lTimestamp);
   EXPECT_EQ(lSensor.DeviceResults().at(lTimestamp->DeviceId()), lTimestamp);
 
   // Made again, the old provider's results leave the maps with it.
   PxResultProvider* lAgain = lSensor.CreateProvider(PxResultProvider::ID_STATE);
   lSensor.AddProvider(lAgain);
   EXPECT_EQ(lSensor.GetProvider(PxResultProvider::ID_STATE), lAgain);
-  EXPECT_EQ(lSensor.FindResult(lTimestamp->Id()), static_cast<PxResultState*>(lAgain)->TimestampResult());
+  EXPECT_EQ(lSensor.FindResult(lTimestampId), static_cast<PxResultState*>(lAgain)->TimestampResult());
 
   const auto lByCategory = lSensor.GetResultsByCategory(1);
   EXPECT_FALSE(lByCategory.empty());

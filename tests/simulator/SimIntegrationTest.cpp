@@ -4,14 +4,13 @@
 #include "PxInProcessConnection.h"
 #include "PxTcpConnection.h"
 #include "PxTest.h"
+#include "SimProcess.h"
 #include "SimTestClient.h"
 
 #include <QElapsedTimer>
-#include <QProcess>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 
-#include <csignal>
 #include <gtest/gtest.h>
 #include <memory>
 
@@ -19,53 +18,6 @@ using namespace PxSimProtocol;
 
 namespace {
 constexpr int TIMEOUT_MS = 300;
-
-// parvex-sim in a child process on an ephemeral port.
-class SimProcess
-{
-public:
-  explicit SimProcess(const QStringList& aArguments = {QStringLiteral("--no-state")})
-  {
-    mProcess.start(QStringLiteral(PARVEX_SIM_PROGRAM),
-                   QStringList{QStringLiteral("--port"), QStringLiteral("0")} << aArguments);
-    QElapsedTimer lClock;
-    lClock.start();
-    while (!mOutput.contains('\n') && lClock.elapsed() < PxTest::WAIT_MS &&
-           mProcess.waitForReadyRead(PxTest::WAIT_MS)) {
-      mOutput += mProcess.readAllStandardOutput();
-    }
-    const QByteArray lPrefix("listening on 127.0.0.1:");
-    if (mOutput.startsWith(lPrefix)) {
-      mPort = static_cast<quint16>(mOutput.mid(lPrefix.size()).trimmed().toUInt());
-    }
-  }
-  ~SimProcess() { Stop(SIGTERM); }
-
-  // Stops with a signal; true when it exited by itself with code 0.
-  bool Stop(int aSignal)
-  {
-    if (mProcess.state() == QProcess::NotRunning) {
-      return mProcess.exitStatus() == QProcess::NormalExit && mProcess.exitCode() == 0;
-    }
-    ::kill(static_cast<pid_t>(mProcess.processId()), aSignal);
-    if (!mProcess.waitForFinished(PxTest::WAIT_MS)) {
-      mProcess.kill();
-      mProcess.waitForFinished();
-      return false;
-    }
-    mLog += mProcess.readAllStandardError();
-    return mProcess.exitStatus() == QProcess::NormalExit && mProcess.exitCode() == 0;
-  }
-
-  quint16 Port() const { return mPort; }
-  const QByteArray& Log() const { return mLog; }
-
-private:
-  QProcess mProcess;
-  QByteArray mOutput;
-  QByteArray mLog;
-  quint16 mPort = 0;
-};
 
 enum class Transport { IN_PROCESS, TCP };
 

@@ -1,0 +1,498 @@
+#include "PxSimSensor.h"
+
+#include "PtErrorLogForm.h"
+#include "PtException.h"
+#include "PxControlConnection.h"
+#include "PxProtocolReader.h"
+#include "PxResult.h"
+#include "PxResultState.h"
+#include "PxSimProtocol.h"
+#include "PxTransportError.h"
+#include "PxUnits.h"
+
+#include <QLoggingCategory>
+
+#include <cstring>
+
+using namespace PxSimProtocol;
+
+namespace {
+Q_LOGGING_CATEGORY(lcDriver, "parvex.driver")
+
+static_assert(PxSimSensor::TYPE == DEVICE_TYPE, "the driver registers the type the device reports");
+
+constexpr PtU32 CONSTANT = CAT_CONFIGURATION | F_SAVE;
+constexpr PtU32 SETTING = CAT_CONFIGURATION | F_EDITABLE | F_SAVE;
+constexpr PtU32 CALIBRATION = CAT_CALIBRATION | F_EDITABLE | F_SAVE;
+constexpr PtU32 IDENTITY = CAT_STATE | F_SAVE;
+
+// The board and light-source temperatures of the state group.
+constexpr PtU32 TEMPERATURE_RESULT_ID = PxSimSensor::PropertyId(ID_TEMPERATURES);
+
+template <class T>
+T ElementValue(PxProtocolReader& aReader)
+{
+  T lValue{};
+  aReader.ReadElement(&lValue, 1, sizeof(T), sizeof(T));
+  return lValue;
+}
+
+// A property that lives as long as the device, entered in its maps.
+template <class T, class... A>
+T* Own(PxDevice& aDevice, A... aArguments)
+{
+  auto* lProperty = new T(aArguments...);
+  lProperty->setParent(&aDevice);
+  aDevice.AddProperty(lProperty);
+  return lProperty;
+}
+
+// Whether a failed exchange left the byte stream out of step: a protocol error of 1000 or more.
+// The device's answer codes are below that, and transport failures drop the link themselves.
+bool OutOfStep(const std::exception& aError)
+{
+  if (!dynamic_cast<const PxProtocolReader::Exception*>(&aError)) {
+    return false;
+  }
+  unsigned int lCode = 0;
+  PtExtractException(aError, &lCode, nullptr);
+  return lCode > 999;
+}
+} // namespace
+
+PxSimSensor::PxSimSensor(PxConnection* aConnection)
+    : PxSensor(aConnection)
+{
+  mSerialNumber = Own<PxTextProperty>(*this, IDENTITY, PxTextProperty::TYPE_ASCII, ID_SERIAL_NUMBER,
+                                      PxSimProtocol::ID_SERIAL_NUMBER, SERIAL_NUMBER_LENGTH);
+  mSerialNumber->SetName(tr("Serial number:"));
+  mHardwarePart = Own<PxTextProperty>(*this, IDENTITY, PxTextProperty::TYPE_ASCII, PropertyId(ID_HARDWARE_PART),
+                                      ID_HARDWARE_PART, HARDWARE_PART_LENGTH);
+  mHardwarePart->SetName(tr("Hardware part number:"));
+  mTemperatureScale =
+      Own<PxIntegerProperty>(*this, CONSTANT, PropertyId(ID_TEMPERATURE_SCALE), ID_TEMPERATURE_SCALE, 4);
+  mTemperatureScale->SetName(tr("Temperature scale:"));
+  mTimebaseScale = Own<PxIntegerProperty>(*this, CONSTANT, PropertyId(ID_TIMEBASE_SCALE), ID_TIMEBASE_SCALE, 4);
+  mTimebaseScale->SetName(tr("Timebase scale:"));
+
+  // The framework's length and refresh rate come without limits; the device's range and rate
+  // settle them.
+  mLength.SetLimits(0.0f, 1000.0f);
+  mLength.SetUnitType(UT_DISTANCE);
+  mLength.SetFormat(QStringLiteral("%n %v %u"));
+  mRefreshRate.SetLimits(1.0f, 1000.0f);
+
+  mRefreshRateSetting = Own<PxFloatProperty>(*this, SETTING, PropertyId(PxSimProtocol::ID_REFRESH_RATE),
+                                             PxSimProtocol::ID_REFRESH_RATE, 4, 1.0f, 1);
+  mRefreshRateSetting->SetName(tr("Refresh rate:"));
+  mRefreshRateSetting->SetFormat(QStringLiteral("%n %v Hz"));
+  mRefreshRateSetting->SetLimits(1.0f, 1000.0f);
+
+  // Accumulation and oversampling both trade measurement rate for noise.
+  mAccumulation = Own<PxEnumProperty>(*this, SETTING, PropertyId(ID_ACCUMULATION), ID_ACCUMULATION, 2);
+  mAccumulation->SetName(tr("Accumulation (pulses):"));
+  for (PtU32 lPulses : {1u, 2u, 4u, 8u, 16u, 32u, 64u}) {
+    mAccumulation->AddEnumValue(lPulses, QString::number(lPulses));
+  }
+  mOversampling = Own<PxEnumProperty>(*this, SETTING, PropertyId(ID_OVERSAMPLING), ID_OVERSAMPLING, 1);
+  mOversampling->SetName(tr("Oversampling:"));
+  for (PtU32 lFactor : {1u, 2u, 4u, 8u}) {
+    mOversampling->AddEnumValue(lFactor, tr("x%1").arg(lFactor));
+  }
+  mBaudRate = Own<PxEnumProperty>(*this, SETTING, PropertyId(ID_BAUD_RATE), ID_BAUD_RATE, 4);
+  mBaudRate->SetName(tr("Baud rate:"));
+  for (PtU32 lBaud : {9600u, 19200u, 38400u, 57600u, 115200u}) {
+    mBaudRate->AddEnumValue(lBaud, QString::number(lBaud));
+  }
+
+  mLightPower = Own<PxIntegerProperty>(*this, SETTING, PropertyId(ID_LIGHT_POWER), ID_LIGHT_POWER, 1);
+  mLightPower->SetName(tr("Light source power (%):"));
+  mLightPower->SetLimits(0, 100);
+  mSmoothing = Own<PxIntegerProperty>(*this, SETTING, PropertyId(ID_SMOOTHING), ID_SMOOTHING, 1);
+  mSmoothing->SetName(tr("Smoothing:"));
+  mSmoothing->SetSigned(true);
+  mSmoothing->SetLimits(-16, 16);
+  mModbusAddress = Own<PxIntegerProperty>(*this, SETTING, PropertyId(ID_MODBUS_ADDRESS), ID_MODBUS_ADDRESS, 1);
+  mModbusAddress->SetName(tr("Modbus address:"));
+  mModbusAddress->SetLimits(1, 247);
+  mDetectionThreshold =
+      Own<PxFloatProperty>(*this, SETTING, PropertyId(ID_DETECTION_THRESHOLD), ID_DETECTION_THRESHOLD, 4, 1.0f, 1);
+  mDetectionThreshold->SetName(tr("Detection threshold:"));
+  mDetectionThreshold->SetLimits(0.0f, 1000.0f);
+
+  // Per-segment offsets are what a calibration corrects, so calibration files carry them.
+  mDistanceOffsets =
+      Own<PxFloatProperty>(*this, CALIBRATION, PropertyId(ID_DISTANCE_OFFSETS), ID_DISTANCE_OFFSETS, 4, 65536.0f, 3);
+  mDistanceOffsets->SetName(tr("Distance offset:"));
+  mDistanceOffsets->SetUnitType(UT_DISTANCE);
+  mDistanceOffsets->SetFormat(QStringLiteral("%n %v %u"));
+  mDistanceOffsets->SetLimits(-5.0f, 5.0f);
+
+  mTemperatureHigh =
+      Own<PxFloatProperty>(*this, SETTING, PropertyId(ID_TEMPERATURE_HIGH), ID_TEMPERATURE_HIGH, 4, 1.0f, 1);
+  mTemperatureHigh->SetName(tr("High temperature limit:"));
+  mTemperatureLow =
+      Own<PxFloatProperty>(*this, SETTING, PropertyId(ID_TEMPERATURE_LOW), ID_TEMPERATURE_LOW, 4, 1.0f, 1);
+  mTemperatureLow->SetName(tr("Low temperature limit:"));
+  for (PxFloatProperty* lLimit : {mTemperatureHigh, mTemperatureLow}) {
+    lLimit->SetUnitType(UT_TEMPERATURE);
+    lLimit->SetFormat(QStringLiteral("%n %v %u"));
+    lLimit->SetLimits(-40.0f, 125.0f);
+  }
+
+  mNoiseRemoval = Own<PxBoolProperty>(*this, SETTING, PropertyId(ID_NOISE_REMOVAL), ID_NOISE_REMOVAL);
+  mNoiseRemoval->SetName(tr("Noise removal"));
+  mModbusEnabled = Own<PxBoolProperty>(*this, SETTING, PropertyId(ID_MODBUS_ENABLED), ID_MODBUS_ENABLED);
+  mModbusEnabled->SetName(tr("Modbus enabled"));
+  mSegmentMask = Own<PxBitFieldProperty>(*this, SETTING, PropertyId(ID_SEGMENT_MASK), ID_SEGMENT_MASK, 4);
+  mSegmentMask->SetName(tr("Enabled segments:"));
+  mTraceLength = Own<PxIntegerProperty>(*this, SETTING, PropertyId(ID_TRACE_LENGTH), ID_TRACE_LENGTH, 2);
+  mTraceLength->SetName(tr("Trace length (samples):"));
+  mTraceLength->SetLimits(16, static_cast<int>(MAX_TRACE_LENGTH));
+  mLocation = Own<PxTextProperty>(*this, SETTING, PxTextProperty::TYPE_ASCII, PropertyId(ID_LOCATION), ID_LOCATION,
+                                  LOCATION_LENGTH);
+  mLocation->SetName(tr("Location:"));
+
+  mTraces.SetTimebaseScale(mTimebaseScale);
+}
+
+PxSimSensor::~PxSimSensor() = default;
+
+QString PxSimSensor::Name() const
+{
+  return tr("Parvex 16");
+}
+
+PtU16 PxSimSensor::ExpectedSoftwareVersion(int aComponent) const
+{
+  return aComponent == 1 ? EXPECTED_SOFTWARE_VERSION : EXPECTED_FPGA_VERSION;
+}
+
+PxCodeUpdateJob* PxSimSensor::CreateComponentUpdateJob(int aComponent)
+{
+  // Firmware update jobs come with the firmware update dialogs.
+  qCInfo(lcDriver) << "no firmware update job for component" << aComponent;
+  return nullptr;
+}
+
+PtU32 PxSimSensor::ConfigurationDocumentType(const QString&, const QString&) const
+{
+  return CONFIGURATION_DOCUMENT;
+}
+
+PtU32 PxSimSensor::CalibrationDocumentType(const QString&, const QString&) const
+{
+  return CALIBRATION_DOCUMENT;
+}
+
+PxCodeUpdateJob* PxSimSensor::CreateFileUpdateJob(const QString& aFile, unsigned char, int)
+{
+  qCInfo(lcDriver) << "no firmware update job for" << aFile;
+  return nullptr;
+}
+
+PtU32 PxSimSensor::RecordDocumentType() const
+{
+  return RECORD_DOCUMENT;
+}
+
+bool PxSimSensor::DeliversFilteredTraces() const
+{
+  return true;
+}
+
+PxResultProvider* PxSimSensor::CreateProvider(PtU32 aId)
+{
+  if (aId == PxResultProvider::ID_TRACES_32 && DeliversFilteredTraces()) {
+    if (!mFilteredTraces) {
+      mFilteredTraces = std::make_unique<PxResultTrace>(true, mChannelCount, mTraceAmplitudeScale, mPointStep);
+      mFilteredTraces->SetTimebaseScale(mTimebaseScale);
+      // Made after the constants were read: take them now, not at their next change.
+      mFilteredTraces->ChannelCountValueChanged(0);
+      mFilteredTraces->AmplitudeScaleValueChanged(0);
+      mFilteredTraces->TimebaseScaleValueChanged(0);
+    }
+    return mFilteredTraces.get();
+  }
+  PxResultProvider* lProvider = PxSensor::CreateProvider(aId);
+  if (aId == PxResultProvider::ID_STATE && lProvider) {
+    auto* lState = static_cast<PxResultState*>(lProvider);
+    auto* lTemperatures = new PxResult(TEMPERATURE_RESULT_ID, ID_TEMPERATURES, DT_SIGNED_16, 1, 2, 2, 1);
+    lTemperatures->SetName(tr("Temperature:"));
+    lTemperatures->SetUnitType(UT_TEMPERATURE);
+    lTemperatures->SetFormat(QStringLiteral("%n %v %u"));
+    lState->SetTemperatureResult(lTemperatures);
+    lState->SetTemperatureScale(mTemperatureScale);
+    lState->TemperatureScaleValueChanged(0);
+  }
+  return lProvider;
+}
+
+// ---- Exchanges ---------------------------------------------------------------------------------
+
+PxControlConnection& PxSimSensor::Link() const
+{
+  auto* lLink = qobject_cast<PxControlConnection*>(Connection());
+  if (!lLink || !lLink->Connected()) {
+    // Sending on a link that is down is a programming error for the connection; here it is only
+    // a device that went away, which the user hears about as such.
+    PxConnection::PtCommunicationError(PxTransportError::REASON_NOT_CONNECTED, 0);
+  }
+  return *lLink;
+}
+
+template <class F>
+void PxSimSensor::Guarded(F aExchange)
+{
+  try {
+    aExchange();
+  } catch (const std::exception& e) {
+    // Answer codes of the device leave the stream in step; a message that could not be decoded
+    // does not, and nothing that follows on the link can be trusted.
+    if (OutOfStep(e)) {
+      if (auto* lLink = qobject_cast<PxControlConnection*>(Connection()); lLink && lLink->Connected()) {
+        lLink->Disconnect();
+      }
+    }
+    throw;
+  }
+}
+
+template <class F>
+PxProtocolReader& PxSimSensor::Exchange(PtU16 aRequest, F aAddElements)
+{
+  PxControlConnection& lLink = Link();
+  lLink.StartRequest(aRequest);
+  aAddElements(lLink.Writer());
+  lLink.SendRequest();
+  return *lLink.ReadAnswer();
+}
+
+PxProtocolReader& PxSimSensor::Exchange(PtU16 aRequest)
+{
+  return Exchange(aRequest, [](PxProtocolWriter&) {});
+}
+
+PxProtocolReader& PxSimSensor::RequestGroup(PtU16 aRequest)
+{
+  PxControlConnection& lLink = Link();
+  lLink.StartRequest(aRequest);
+  lLink.SendRequest();
+  PxProtocolReader& lReader = lLink.Reader();
+  lReader.ReadAnswerHeader(aRequest);
+  if (lReader.AnswerCode() != 0) {
+    // Takes the error answer's payload off the link, then throws its code.
+    lReader.ReadPayload();
+  }
+  return lReader;
+}
+
+// ---- Identity and configuration ----------------------------------------------------------------
+
+void PxSimSensor::ReadProperties(PxProtocolReader& aReader)
+{
+  std::vector<PxProperty*> lRead;
+  while (aReader.Advance()) {
+    const PtU16 lId = aReader.Id();
+    switch (lId) {
+    case ID_DEVICE_TYPE:
+      if (const auto lType = ElementValue<PtU16>(aReader); lType != TYPE) {
+        qCWarning(lcDriver) << "the device reports type" << lType << "instead of" << TYPE;
+      }
+      continue;
+    // The versions share one device id in the model: they are set one by one.
+    case PxSimProtocol::ID_PRODUCT_TYPE:
+      SetProductType(ElementValue<PtU16>(aReader));
+      lRead.push_back(&mProductType);
+      continue;
+    case PxSimProtocol::ID_FPGA_VERSION:
+      SetFpgaVersion(ElementValue<PtU16>(aReader));
+      lRead.push_back(&mFpgaVersion);
+      continue;
+    case PxSimProtocol::ID_SOFTWARE_VERSION:
+      SetSoftwareVersion(ElementValue<PtU16>(aReader));
+      lRead.push_back(&mSoftwareVersion);
+      continue;
+    case PxSimProtocol::ID_SOFTWARE_CRC:
+      SetSoftwareCRC(ElementValue<PtU32>(aReader));
+      lRead.push_back(&mSoftwareCrc);
+      continue;
+    case ID_SOFTWARE_PART: {
+      char lText[SOFTWARE_PART_LENGTH] = {};
+      aReader.ReadElement(lText, 1, SOFTWARE_PART_LENGTH, SOFTWARE_PART_LENGTH);
+      SetSoftwarePartNumber(lText, strnlen(lText, SOFTWARE_PART_LENGTH));
+      lRead.push_back(&mSoftwarePartNumber);
+      continue;
+    }
+    // The sensor-wide properties these feed are not exchanged by device id.
+    case PxSimProtocol::ID_FIELD_OF_VIEW:
+      SetFieldOfView(ElementValue<float>(aReader));
+      lRead.push_back(&mFieldOfView);
+      continue;
+    case ID_RANGE:
+      mLength.SetCount(1);
+      mLength.SetValue(0, ElementValue<float>(aReader));
+      lRead.push_back(&mLength);
+      continue;
+    default:
+      break;
+    }
+    // Device id 0 marks properties that are never exchanged and 1 the versions set above; a newer
+    // firmware's unknown values are skipped.
+    PxProperty* lProperty = lId <= 1 ? nullptr : FindPropertyByDeviceId(lId);
+    if (lProperty) {
+      lProperty->ReadFromPtProtocol(aReader);
+      mOnDevice[lProperty] = lProperty->Values();
+    }
+  }
+  for (PxProperty* lProperty : lRead) {
+    lProperty->PostRead();
+  }
+  if (mRefreshRateSetting->Count() > 0) {
+    // The shared refresh rate is what the state display measures the rate against.
+    mRefreshRate.SetCount(1);
+    mRefreshRate.SetValue(0, mRefreshRateSetting->Value(0));
+    mRefreshRate.PostRead();
+  }
+}
+
+void PxSimSensor::ReadIdentity()
+{
+  Guarded([this] { ReadProperties(Exchange(REQ_IDENTITY)); });
+  qCDebug(lcDriver).noquote() << "connected to" << SerialNumber() << "software" << mSoftwareVersion.Value(0);
+}
+
+void PxSimSensor::ReadConfiguration()
+{
+  Guarded([this] { ReadProperties(Exchange(REQ_READ_CONFIG)); });
+  UpdateEditables();
+}
+
+void PxSimSensor::WriteChanged(bool aCalibrationOnly)
+{
+  std::vector<PxProperty*> lChanged;
+  for (PxProperty* lProperty : Properties()) {
+    if (!(lProperty->Flags() & F_EDITABLE) || lProperty->DeviceId() == 0 || lProperty->Count() == 0) {
+      continue;
+    }
+    const PtU32 lCategory = lProperty->Category();
+    if (aCalibrationOnly && lCategory != CAT_CALIBRATION && lCategory != CAT_USER_CALIBRATION) {
+      continue;
+    }
+    auto lOnDevice = mOnDevice.find(lProperty);
+    if (lOnDevice == mOnDevice.end() || lOnDevice->second != lProperty->Values()) {
+      lChanged.push_back(lProperty);
+    }
+  }
+  if (lChanged.empty()) {
+    return;
+  }
+  // One request: the device checks every value before it takes any, so a refused value leaves
+  // the device as it was.
+  Guarded([&] {
+    Exchange(REQ_WRITE_CONFIG, [&](PxProtocolWriter&) {
+      for (PxProperty* lProperty : lChanged) {
+        lProperty->WriteToPtProtocol(Link());
+      }
+    });
+  });
+  mUnsaved = true;
+  qCDebug(lcDriver) << "wrote" << lChanged.size() << "values";
+}
+
+void PxSimSensor::WriteConfiguration()
+{
+  WriteChanged(false);
+}
+
+void PxSimSensor::WriteCalibration()
+{
+  WriteChanged(true);
+}
+
+void PxSimSensor::ApplyConfiguration()
+{
+  if (mUnsaved) {
+    Guarded([this] { Exchange(REQ_SAVE_CONFIG); });
+    mUnsaved = false;
+  }
+  // Read back: the device may have rounded what it took, and a loaded file may have brought
+  // constants of another device into the model.
+  ReadConfiguration();
+}
+
+void PxSimSensor::Reset()
+{
+  Guarded([this] { Exchange(REQ_RESET); });
+  // The restart dropped whatever was not saved.
+  mUnsaved = false;
+  ReadConfiguration();
+}
+
+// ---- Debug commands ----------------------------------------------------------------------------
+
+void PxSimSensor::RunDebugCommand(PtU16 aRequest, PtU64 aP1, PtU32 aP2, PtByte aP3, PtU64 aP4)
+{
+  Guarded([&] {
+    PxProtocolReader& lAnswer = Exchange(aRequest, [&](PxProtocolWriter& aWriter) {
+      aWriter.AddElement(ID_DEBUG_P1, 1, 8, &aP1, 8);
+      aWriter.AddElement(ID_DEBUG_P2, 1, 4, &aP2, 4);
+      aWriter.AddElement(ID_DEBUG_P3, 1, 1, &aP3, 1);
+      aWriter.AddElement(ID_DEBUG_P4, 1, 8, &aP4, 8);
+    });
+    while (lAnswer.Advance()) {
+      if (lAnswer.Id() == ID_DEBUG_RESULT) {
+        mLastDebugResult = ElementValue<PtU64>(lAnswer);
+      }
+    }
+  });
+  qCInfo(lcDriver) << "debug request" << aRequest << "answered" << mLastDebugResult;
+}
+
+void PxSimSensor::DebugCommand1(PtU64 aAddress, PtU32 aLength, PtByte aMode, PtU64 aValue)
+{
+  RunDebugCommand(REQ_DEBUG_FAULT, aAddress, aLength, aMode, aValue);
+}
+
+void PxSimSensor::DebugCommand2(PtU64 aAddress, PtU32 aLength, PtByte aMode, PtU64 aValue)
+{
+  RunDebugCommand(REQ_DEBUG_SCENE, aAddress, aLength, aMode, aValue);
+}
+
+// ---- Acquisition -------------------------------------------------------------------------------
+
+void PxSimSensor::Acquire()
+{
+  if (mAcquiring || mDataMask == 0 || !IsLive()) {
+    return;
+  }
+  mAcquiring = true;
+  try {
+    Guarded([this] { FetchAll(); });
+  } catch (const std::exception& e) {
+    qCWarning(lcDriver) << "acquisition stopped:" << e.what();
+    PtErrorLogForm::LogError(e);
+  }
+  mAcquiring = false;
+}
+
+void PxSimSensor::FetchAll()
+{
+  const PtU32 lMask = mDataMask;
+  if (lMask & PxResultProvider::ID_TRACES) {
+    mTraces.ReadFromPtProtocol(RequestGroup(REQ_RAW_TRACES));
+  }
+  if (lMask & PxResultProvider::ID_TRACES_32) {
+    if (auto* lFiltered = static_cast<PxResultTrace*>(GetProvider(PxResultProvider::ID_TRACES_32))) {
+      lFiltered->ReadFromPtProtocol(RequestGroup(REQ_FILTERED_TRACES));
+    }
+  }
+  if (lMask & PxResultProvider::ID_ECHOES) {
+    mEchoes.ReadFromPtProtocol(RequestGroup(REQ_ECHOES));
+  }
+  if (lMask & PxResultProvider::ID_STATE) {
+    if (auto* lState = static_cast<PxResultState*>(GetProvider(PxResultProvider::ID_STATE))) {
+      lState->ReadFromPtProtocol(RequestGroup(REQ_STATE));
+    }
+  }
+}
