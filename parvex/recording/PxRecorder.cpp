@@ -171,6 +171,8 @@ PxRecorder::PxRecorder(PxSensor* aSensor)
 
 PxRecorder::~PxRecorder()
 {
+  // A fallback: the sensor closes its recorder before deleting it, while a derived recorder's
+  // IsIndex still answers. Here the base's answer is used.
   try {
     Close();
   } catch (const std::exception& e) {
