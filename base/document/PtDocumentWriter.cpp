@@ -287,6 +287,11 @@ void PtDocumentWriter::EndLastSection()
   d->mFile.close();
 }
 
+void PtDocumentWriter::Flush()
+{
+  d->Flush();
+}
+
 PtU64 PtDocumentWriter::FileSize() const
 {
   return d->Size();

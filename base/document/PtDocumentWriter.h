@@ -52,6 +52,10 @@ public:
   // writer takes no further calls afterwards.
   void EndLastSection();
 
+  // Hands everything buffered to the operating system. Whatever was written before a Flush survives
+  // the process being killed; the recorder calls it after every frame.
+  void Flush();
+
   // Bytes of the document so far, buffered ones included. Costs nothing: the recorder asks before
   // every frame whether the file has reached its size limit.
   PtU64 FileSize() const;

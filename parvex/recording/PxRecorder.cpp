@@ -245,6 +245,9 @@ void PxRecorder::EndWriteFrame()
 {
   if (mHeaderClosed) {
     mWriter->EndSection();
+    // A completed frame goes to the operating system at once: a crash or a kill of the application
+    // then loses at most the frame being assembled.
+    mWriter->Flush();
   }
   mFrameContent = 0;
 }
