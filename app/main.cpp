@@ -1,6 +1,7 @@
 #include "ConfigWindow.h"
 #include "DeviceSession.h"
 #include "PxEntry.h"
+#include "PxRecorder.h"
 #include "PxSimDriver.h"
 
 #include <QApplication>
@@ -26,6 +27,11 @@ int main(int argc, char** argv)
                                     QStringLiteral("target"), QStringLiteral("sim"));
   lParser.addOption(lConnect);
   lParser.process(lApp);
+
+  // A new user's first recording and log land in their documents folder, not in the library's
+  // built-in default; settings the user already has are kept.
+  PxRecorder::SeedDefaultDirectories(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) +
+                                     QStringLiteral("/Parvex"));
 
   int lResult = 1;
   {

@@ -1,6 +1,8 @@
 #include "PxSimDriver.h"
 
+#include "PtDocumentReader.h"
 #include "PxHost.h"
+#include "PxRecordPlayer.h"
 #include "PxSimSensor.h"
 
 #include <QCoreApplication>
@@ -21,6 +23,14 @@ void PxSimDriver::Register(PxHost* aHost)
   sRegistered = true;
   PxDevice::RegisterType(PxSimSensor::TYPE, QCoreApplication::translate("PxSimDriver", "Parvex 16"),
                          &PxSimDriver::CreateSensor);
+  PxRecordPlayer::RegisterType(PtDocumentReader::FORMAT_SIGNATURE, PxSimSensor::RECORD_DOCUMENT,
+                               &PxSimDriver::CreatePlayer);
+}
+
+PxRecordPlayer* PxSimDriver::CreatePlayer(const QString& aFileName)
+{
+  // A replayed sensor has no link: it is fed by the player, never by the device.
+  return new PxRecordPlayer(aFileName, new PxSimSensor(nullptr));
 }
 
 PxDevice* PxSimDriver::CreateSensor(PxConnection* aConnection)

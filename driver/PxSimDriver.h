@@ -2,9 +2,12 @@
 
 #include "ParvexSimDriverExport.h"
 
+#include <QString>
+
 class PxConnection;
 class PxDevice;
 class PxHost;
+class PxRecordPlayer;
 
 // The entry point of the Parvex 16 driver. The application calls Register once, after PxInit and
 // before the first connection, so that a connected Parvex 16 becomes a PxSimSensor that acquires
@@ -20,4 +23,6 @@ public:
 private:
   // The factory of the device-type registry.
   static PxDevice* CreateSensor(PxConnection* aConnection);
+  // Opens a record file of this sensor type for replay.
+  static PxRecordPlayer* CreatePlayer(const QString& aFileName);
 };

@@ -364,12 +364,19 @@ void PxSimSensor::ReadIdentity()
 
 void PxSimSensor::ReadConfiguration()
 {
-  Guarded([this] { ReadProperties(Exchange(REQ_READ_CONFIG)); });
+  // A sensor without a link (replaying a record file, or opened offline to edit a file) keeps the
+  // values it has: there is no device to read them from.
+  if (IsLive()) {
+    Guarded([this] { ReadProperties(Exchange(REQ_READ_CONFIG)); });
+  }
   UpdateEditables();
 }
 
 void PxSimSensor::WriteChanged(bool aCalibrationOnly)
 {
+  if (!IsLive()) {
+    return;
+  }
   std::vector<PxProperty*> lChanged;
   for (PxProperty* lProperty : Properties()) {
     if (!(lProperty->Flags() & F_EDITABLE) || lProperty->DeviceId() == 0 || lProperty->Count() == 0) {
@@ -412,7 +419,7 @@ void PxSimSensor::WriteCalibration()
 
 void PxSimSensor::ApplyConfiguration()
 {
-  if (mUnsaved) {
+  if (mUnsaved && IsLive()) {
     Guarded([this] { Exchange(REQ_SAVE_CONFIG); });
     mUnsaved = false;
   }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "PtDocumentReader.h"
+
 #include "PtTypes.h"
 
 #include <QtEndian>
@@ -10,7 +12,7 @@
 // reference. All header fields are little-endian; element data is stored as the caller gave it.
 namespace PtDocumentFormat {
 // Record tags read as text in a hex dump ("PXDC", "SECT", ...).
-constexpr PtU32 SIGNATURE = 0x43445850u; // "PXDC": first word of every document
+constexpr PtU32 SIGNATURE = PtDocumentReader::FORMAT_SIGNATURE; // "PXDC": first word of every document
 constexpr PtU32 FORMAT_VERSION = 1;
 constexpr PtU32 TAG_SECTION = 0x54434553u; // "SECT"
 constexpr PtU32 TAG_ELEMENT = 0x4D454C45u; // "ELEM"

@@ -26,6 +26,10 @@
 class PT_EXPORT PtDocumentReader
 {
 public:
+  // The first 32-bit word of every document ("PXDC"); the second is the document type. Record-player
+  // types register under these two words.
+  static constexpr PtU32 FORMAT_SIGNATURE = 0x43445850u;
+
   explicit PtDocumentReader(const QString& aFileName);
   // As above, and the document must be of aDocumentType, else format error 21.
   PtDocumentReader(const QString& aFileName, PtU32 aDocumentType);
