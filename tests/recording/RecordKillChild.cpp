@@ -1,12 +1,17 @@
 // Records a test sensor's synthetic frames as fast as a busy sensor publishes them, until it is
 // killed. On stdout it reports, unbuffered so that a kill loses none of it: "R" once recording and
 // "D n" as soon as the recorder has completed frame n.
+#include "PxInProcessConnection.h"
 #include "PxRecorder.h"
+#include "PxResultSubscription.h"
+#include "PxSimDriver.h"
+#include "PxSimSensor.h"
 #include "RecordingTestSupport.h"
 
 #include <QCoreApplication>
 #include <QSettings>
 #include <QThread>
+#include <memory>
 
 #include <cstdio>
 #include <unistd.h>
@@ -23,7 +28,7 @@ int main(int argc, char** argv)
 {
   QCoreApplication lApp(argc, argv);
   if (argc < 2) {
-    std::fprintf(stderr, "usage: %s directory\n", argv[0]);
+    std::fprintf(stderr, "usage: %s directory [sim]\n", argv[0]);
     return 2;
   }
   const QString lDirectory = QString::fromLocal8Bit(argv[1]);
@@ -34,11 +39,26 @@ int main(int argc, char** argv)
 
   // Raw traces too, and 1 MB files, so that kills also land around splits.
   PxRecorder::SetParameters(37, lDirectory + QStringLiteral("/rec"), 1, 60);
+  // Every frame is reported once the recorder has finished it: from then on it must survive a kill.
+  if (argc > 2 && qstrcmp(argv[2], "sim") == 0) {
+    // The simulated sensor through the reference driver, as the application records it.
+    PxSimDriver::Register();
+    PxInProcessConnection lLink;
+    lLink.Connect();
+    std::unique_ptr<PxSensor> lSensor(static_cast<PxSensor*>(PxDevice::Create(PxSimSensor::TYPE, &lLink)));
+    lSensor->Initialize();
+    PxResultSubscription lView(2 | 4 | 16);
+    lSensor->Subscribe(&lView);
+    lSensor->CreateRecorder();
+    Report("R");
+    for (PtU32 n = 0;; ++n) {
+      static_cast<PxSimSensor*>(lSensor.get())->Acquire();
+      Report("D " + QByteArray::number(n));
+    }
+  }
   RecordingTest::SyntheticSensor lSource(16, 256);
   lSource.mSensor.CreateRecorder();
   Report("R");
-
-  // Every frame is reported once the recorder has finished it: from then on it must survive a kill.
   for (PtU32 n = 0;; ++n) {
     lSource.PublishFrame(n);
     Report("D " + QByteArray::number(n));
