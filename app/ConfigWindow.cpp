@@ -70,11 +70,13 @@ ConfigWindow::ConfigWindow(QWidget* aParent)
   mToolBar->setObjectName(QStringLiteral("MainToolBar"));
   mToolBar->setIconSize(QSize(24, 24));
 
-  // Until a device is connected the window would be an empty grey field: say what to do next.
-  auto* lHint = new QLabel(tr("No sensor connected.\n\nConnect one from the Device menu or the tool bar."), this);
-  lHint->setAlignment(Qt::AlignCenter);
-  lHint->setEnabled(false);
-  setCentralWidget(lHint);
+  // Until the device's forms are docked the window would be an empty grey field: say what is
+  // connected, or what to do next.
+  mHint = new QLabel(this);
+  mHint->setAlignment(Qt::AlignCenter);
+  mHint->setEnabled(false);
+  setCentralWidget(mHint);
+  SetDeviceTitle(QString());
   statusBar()->showMessage(tr("Ready"));
 
   connect(&mTickTimer, &QTimer::timeout, this, &PxHost::Tick);
@@ -91,6 +93,8 @@ bool ConfigWindow::UseSavedLayout()
 void ConfigWindow::SetDeviceTitle(const QString& aTitle)
 {
   setWindowTitle(aTitle.isEmpty() ? tr("Parvex Configuration") : tr("%1 - Parvex Configuration").arg(aTitle));
+  mHint->setText(aTitle.isEmpty() ? tr("No sensor connected.\n\nConnect one from the Device menu or the tool bar.")
+                                  : tr("%1 is connected.\n\nIts live status is shown in the status bar.").arg(aTitle));
 }
 
 void ConfigWindow::AddToolBarAction(QAction* aAction)

@@ -52,6 +52,7 @@ private:
   QMenu* mSettingsMenu = nullptr;
   QMenu* mHelpMenu = nullptr;
   QToolBar* mToolBar = nullptr;
+  QLabel* mHint = nullptr;
   // Library and driver menus go before Settings and Help, in the order they are added.
   QAction* mSettingsMenuAction = nullptr;
   // File > Quit stays last whatever the library adds to the file menu.

@@ -1,13 +1,19 @@
 #include "PxSensor.h"
 
 #include "PtAssert.h"
+#include "PtErrorLogForm.h"
 #include "PtException.h"
+#include "PxDataLogger.h"
+#include "PxRecorder.h"
 #include "PxResult.h"
 #include "PxResultState.h"
 #include "PxResultSubscription.h"
 
 #include <QCoreApplication>
 #include <algorithm>
+#include <exception>
+#include <memory>
+#include <utility>
 
 namespace
 {
@@ -88,31 +94,72 @@ void PxSensor::Initialize()
 
 void PxSensor::InitializeRecording()
 {
-  // The recorder's and the data logger's settings arrive with the recording work.
+  PxRecorder::Initialize();
+  PxDataLogger::Initialize();
 }
 
 void PxSensor::CreateRecorder()
 {
-  PtLogicError(20);
+  // The new one first: when it cannot start, the running recording goes on.
+  auto* lRecorder = new PxRecorder(this);
+  std::unique_ptr<PxRecorder> lPrevious(std::exchange(mRecorder, lRecorder));
+  if (lPrevious) {
+    try {
+      lPrevious->Close();
+    } catch (const std::exception&) {
+      UpdateEditables();
+      throw;
+    }
+  }
+  lPrevious.reset();
+  UpdateEditables();
 }
 
 void PxSensor::CreateDataLogger()
 {
-  PtLogicError(21);
+  auto* lLogger = new PxDataLogger(this);
+  delete std::exchange(mDataLogger, lLogger);
+  UpdateEditables();
 }
 
 void PxSensor::DestroyRecording()
 {
-  // The recorder and the data logger arrive with the recording work; nothing is running yet.
+  std::unique_ptr<PxRecorder> lRecorder(std::exchange(mRecorder, nullptr));
+  if (lRecorder) {
+    // The file is finished all the same; an error doing so has nobody to go to but the log.
+    try {
+      lRecorder->Close();
+    } catch (const std::exception& e) {
+      PtErrorLogForm::LogError(e);
+    }
+  }
+  lRecorder.reset();
+  delete std::exchange(mDataLogger, nullptr);
 }
 
 void PxSensor::StopRecorder()
 {
+  std::unique_ptr<PxRecorder> lRecorder(std::exchange(mRecorder, nullptr));
+  std::exception_ptr lError;
+  if (lRecorder) {
+    // The file is finished before the recorder goes; an error doing so reaches the caller, with
+    // the recorder gone and the configuration unlocked all the same.
+    try {
+      lRecorder->Close();
+    } catch (const std::exception&) {
+      lError = std::current_exception();
+    }
+    lRecorder.reset();
+  }
   UpdateEditables();
+  if (lError) {
+    std::rethrow_exception(lError);
+  }
 }
 
 void PxSensor::StopDataLogger()
 {
+  delete std::exchange(mDataLogger, nullptr);
   UpdateEditables();
 }
 

@@ -1,4 +1,8 @@
 #include "ConfigWindow.h"
+#include "DeviceSession.h"
+#include "PxResultState.h"
+#include "PxSensor.h"
+#include "PxSimDriver.h"
 #include "PtModalScript.h"
 #include "PtPreferencesDialog.h"
 #include "PxEntry.h"
@@ -114,6 +118,34 @@ TEST(ConfigWindow, PreferencesMenuOpensTheDialogWithTheUnitsPage)
   ASSERT_EQ(lScript.Interactions().size(), 1);
   EXPECT_EQ(lScript.Interactions()[0].mKind, PtModalScript::K_DIALOG);
   EXPECT_TRUE(lHadUnits);
+  PxShutdown();
+}
+
+TEST(ConfigWindow, StartsOnTheBuiltInSimulatedSensor)
+{
+  ConfigWindow lWindow;
+  ASSERT_TRUE(PxInit(&lWindow));
+  PxSimDriver::Register(&lWindow);
+  lWindow.resize(800, 500);
+  lWindow.show();
+  DeviceSession lSession(lWindow);
+  ASSERT_TRUE(lSession.Open(QStringLiteral("sim"), PxTest::ScratchDir() + QStringLiteral("/sim-state")));
+  EXPECT_TRUE(lWindow.windowTitle().contains(lSession.Sensor()->Name()));
+  // The host's tick drives acquisition: frames arrive without anything else being done.
+  QSignalSpy lFrames(lSession.Sensor()->StateProvider(), &PxResultProvider::NewData);
+  ASSERT_TRUE(lFrames.wait(PxTest::WAIT_MS));
+  while (lFrames.count() < 20 && lFrames.wait(PxTest::WAIT_MS)) {
+  }
+  EXPECT_TRUE(lSession.StatusText().contains(QStringLiteral("frames"))) << lSession.StatusText().toStdString();
+  QDir().mkpath(QStringLiteral(PX_GALLERY_DIR));
+  EXPECT_TRUE(lWindow.grab().save(QStringLiteral(PX_GALLERY_DIR "/main-window-connected.png")));
+
+  // A target that is not an address is refused with a message, not a crash.
+  PtModalScript lScript;
+  EXPECT_FALSE(lSession.Open(QStringLiteral("serial://COM1"), QString()));
+  ASSERT_EQ(lScript.Interactions().size(), 1);
+  EXPECT_EQ(lScript.Interactions()[0].mKind, PtModalScript::K_ERROR);
+  EXPECT_FALSE(lSession.IsOpen());
   PxShutdown();
 }
 

@@ -1,0 +1,97 @@
+#pragma once
+
+#include "ParvexExport.h"
+#include "PtDocumentReader.h"
+
+#include <QDateTime>
+#include <QString>
+
+#include <memory>
+#include <vector>
+
+class PxResultState;
+class PxSensor;
+
+// Replays a record file: feeds its frames, one at a time, into a sensor without a connection,
+// whose providers publish them exactly as live results. Sensor types register a factory for their
+// files at start-up; CreateFromFile picks it by the file's two leading words.
+//
+// Frames are numbered from 0. A recording that was cut (its writer was killed) replays every
+// frame that reached the file.
+class PX_EXPORT PxRecordPlayer
+{
+public:
+  using Factory = PxRecordPlayer* (*)(const QString& aFileName);
+
+  struct Types
+  {
+    unsigned int mFirstWord = 0;
+    unsigned int mSecondWord = 0;
+    Factory mFactory = nullptr;
+  };
+
+  // Appends a registry record; at lookup the first match wins.
+  static void RegisterType(unsigned int aFirstWord, unsigned int aSecondWord, Factory aFactory);
+  // The player of the first record whose words match the file's first two words; null when none
+  // does. Throws when the file cannot be read.
+  static PxRecordPlayer* CreateFromFile(const QString& aFileName);
+  static const std::vector<Types>& RegisteredTypes();
+
+  // Opens the file for aSensor's type and takes ownership of the sensor. Throws format error 6
+  // when the file does not start with a header.
+  PxRecordPlayer(const QString& aFileName, PxSensor* aSensor);
+  virtual ~PxRecordPlayer();
+
+  PxRecordPlayer(const PxRecordPlayer&) = delete;
+  PxRecordPlayer& operator=(const PxRecordPlayer&) = delete;
+
+  // Hands the sensor over to the caller, who then owns it.
+  PxSensor* TakeSensor();
+  PxSensor* Sensor() const { return mSensor; }
+  const QString& FileName() const { return mFileName; }
+
+  // Loads the header into the sensor and numbers the frames.
+  void Start();
+  // Replays the next frame; false after the last one.
+  bool ReadNext();
+  // Replays the frame before the current one; false on the first.
+  bool ReadPrevious();
+  // Replays frame aIndex; false beyond the last frame.
+  bool MoveTo(unsigned long aIndex);
+  // The frame last replayed (0 before the first).
+  unsigned long CurrentIndex() const;
+  // Number of frames.
+  unsigned long RecordSize() const;
+  // Wall-clock time of the current frame, and its timestamp in the sensor's time base.
+  QDateTime FullTimestamp() const;
+  unsigned int RelativeTimestamp() const;
+  // Writes the header and frames aFirst to aLast into a new record file. False for a bad range.
+  bool Extract(unsigned long aFirst, unsigned long aLast, const QString& aFileName);
+
+protected:
+  // A player for files whose frames are not all self-contained: MoveTo then starts replaying at
+  // the nearest index section before the target.
+  void SetIndexed(bool aIndexed) { mIndexed = aIndexed; }
+
+private:
+  // Main section of frame aIndex.
+  static size_t SectionOfFrame(unsigned long aIndex) { return static_cast<size_t>(aIndex) + 1; }
+  // The reader's current main section, 0 before the first.
+  size_t CurrentSection() const;
+  size_t FrameCount() const;
+  // Publishes the sections of the frame the reader stands on through the sensor's providers.
+  void ReplayFrame();
+
+  // Owned before the reader opens the file, so that a file that does not open loses no sensor.
+  std::unique_ptr<PxSensor> mOwnedSensor;
+  PxSensor* mSensor = nullptr;
+  QString mFileName;
+  PtDocumentReader mReader;
+  bool mIndexed = false;
+  PxResultState* mState = nullptr;
+  // Main sections after the last frame: the empty closing frame of a finished file; none when
+  // the writer was killed before it.
+  size_t mTrailingSections = 1;
+  size_t mSectionCount = 0;
+  bool mStarted = false;
+};

@@ -1,0 +1,91 @@
+#include "PxRecorder.h"
+#include "PxTest.h"
+#include "RecordingTestSupport.h"
+
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+#include <random>
+
+using namespace RecordingTest;
+
+namespace {
+// The largest n of the child's lines "<aTag> n"; -1 when there is none.
+long LastReported(const QByteArray& aOutput, char aTag)
+{
+  long lLast = -1;
+  for (const QByteArray& lLine : aOutput.split('\n')) {
+    if (lLine.size() > 2 && lLine[0] == aTag) {
+      lLast = std::max(lLast, lLine.mid(2).toLong());
+    }
+  }
+  return lLast;
+}
+} // namespace
+
+// A recording killed at any moment (a crash, a power cut of the process) leaves files that open in
+// the player and replay, whole and in order, every frame that had reached them.
+TEST(RecordingCrash, KilledRecordingsReplayEveryFrameOnDisk)
+{
+  RegisterTestPlayer();
+  std::mt19937 lRandom(20150302);
+  constexpr int RUNS = 50;
+  long lCompleted = 0;
+  long lReplayed = 0;
+  int lEmptyLastFiles = 0;
+  for (int lRun = 0; lRun < RUNS; ++lRun) {
+    SCOPED_TRACE("run " + std::to_string(lRun));
+    QTemporaryDir lDir;
+    QProcess lChild;
+    lChild.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    lChild.start(QStringLiteral(RECORD_KILL_CHILD), {lDir.path()});
+    ASSERT_TRUE(lChild.waitForStarted(PxTest::WAIT_MS));
+    QByteArray lOutput;
+    while (!lOutput.contains("R\n")) {
+      ASSERT_TRUE(lChild.waitForReadyRead(PxTest::WAIT_MS)) << "the child never started recording";
+      lOutput += lChild.readAllStandardOutput();
+    }
+    const int lDelay = std::uniform_int_distribution<int>(0, 300)(lRandom);
+    QElapsedTimer lTimer;
+    lTimer.start();
+    while (lTimer.elapsed() < lDelay) {
+      lChild.waitForReadyRead(static_cast<int>(std::max<qint64>(1, lDelay - lTimer.elapsed())));
+      lOutput += lChild.readAllStandardOutput();
+    }
+    lChild.kill(); // SIGKILL
+    ASSERT_TRUE(lChild.waitForFinished(PxTest::WAIT_MS));
+    lOutput += lChild.readAllStandardOutput();
+    ASSERT_EQ(lChild.exitStatus(), QProcess::CrashExit) << "the child stopped before it was killed";
+    const long lOnDisk = LastReported(lOutput, 'D');
+    lCompleted += LastReported(lOutput, 'C') + 1;
+
+    long lNext = 0;
+    const QStringList lFiles = RecordFiles(lDir.path() + QStringLiteral("/rec"));
+    ASSERT_FALSE(lFiles.isEmpty());
+    for (int i = 0; i < lFiles.size(); ++i) {
+      SCOPED_TRACE(lFiles[i].toStdString());
+      try {
+        std::unique_ptr<PxRecordPlayer> lPlayer(PxRecordPlayer::CreateFromFile(lFiles[i]));
+        ASSERT_NE(lPlayer, nullptr);
+        lPlayer->Start();
+        while (lPlayer->ReadNext()) {
+          QString lWhy;
+          ASSERT_EQ(FrameShown(*lPlayer->Sensor(), true, &lWhy), lNext) << lWhy.toStdString();
+          ++lNext;
+        }
+      } catch (const std::exception& e) {
+        // Only the file being written when the kill came may hold nothing yet (not even a whole
+        // header); then none of the frames known to be on disk can be in it.
+        ASSERT_EQ(i, lFiles.size() - 1) << e.what();
+        ASSERT_GT(lNext, lOnDisk) << e.what();
+        ++lEmptyLastFiles;
+      }
+    }
+    EXPECT_GT(lNext, lOnDisk) << "frames on disk before the kill did not replay";
+    lReplayed += lNext;
+  }
+  std::printf("%d kills: %ld frames completed (to the last report), %ld replayed, %d last files still empty\n", RUNS,
+              lCompleted, lReplayed, lEmptyLastFiles);
+}

@@ -1,0 +1,71 @@
+#include "PxDataLogger.h"
+#include "PxTest.h"
+#include "RecordingTestSupport.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using namespace RecordingTest;
+
+namespace {
+QByteArray Contents(const QString& aFile)
+{
+  QFile lFile(aFile);
+  lFile.open(QIODevice::ReadOnly);
+  return lFile.readAll();
+}
+
+void PublishOneEcho(SyntheticSensor& aSource, Pt32 aDistance, PtU32 aAmplitude, PtByte aSegment, PtByte aFlag)
+{
+  PxResultEchoes& lEchoes = aSource.mSensor.EchoesProvider();
+  lEchoes.StartUpdate();
+  lEchoes.SetEchoCount(1);
+  lEchoes.mEchoes[0].mDistance = aDistance;
+  lEchoes.mEchoes[0].mAmplitude = aAmplitude;
+  lEchoes.mEchoes[0].mSegment = aSegment;
+  lEchoes.mEchoes[0].mFlag = aFlag;
+  lEchoes.EndUpdate();
+}
+
+void PublishNoEchoes(SyntheticSensor& aSource)
+{
+  aSource.mSensor.EchoesProvider().StartUpdate();
+  aSource.mSensor.EchoesProvider().SetEchoCount(0);
+  aSource.mSensor.EchoesProvider().EndUpdate();
+}
+
+void PublishState(SyntheticSensor& aSource, PtU32 aTimestamp)
+{
+  aSource.mState->StartUpdate();
+  aSource.mState->SetTimestamp(aTimestamp);
+  aSource.mState->EndUpdate();
+}
+} // namespace
+
+TEST(DataLogger, WritesEachEchoOnceStampedWithTheStateThatFollows)
+{
+  QTemporaryDir lDir;
+  PxDataLogger::SetParameters(lDir.path() + QStringLiteral("/logs/new"));
+  SyntheticSensor lSource(0, 0);
+  lSource.mSensor.CreateDataLogger();
+  ASSERT_NE(lSource.mSensor.DataLogger(), nullptr);
+  EXPECT_EQ(lSource.mSensor.DataMask(), 18u);
+  const QString lFile = lSource.mSensor.DataLogger()->FileName();
+
+  // Scales: distance 1/1000, amplitude 1/100.
+  PublishOneEcho(lSource, 12340, 4550, 3, 1);
+  PublishState(lSource, 123456);
+  PublishState(lSource, 123466);               // no new echoes: nothing
+  PublishOneEcho(lSource, 1, 1, 0, 0);         // replaced before its state: not written
+  PublishOneEcho(lSource, 12345678, 0, 15, 0); // wider than its fields: written whole
+  PublishState(lSource, 4000000000u);
+  PublishNoEchoes(lSource);
+  PublishState(lSource, 7);
+  lSource.mSensor.StopDataLogger();
+  EXPECT_EQ(lSource.mSensor.DataMask(), 0u);
+
+  EXPECT_EQ(Contents(lFile), QByteArray("   123456  3  45.50  12.34 1 \n"
+                                        "4000000000 15   0.0012345.68 0 \n"));
+}

@@ -1,0 +1,305 @@
+#include "PtDocumentWriter.h"
+#include "PtException.h"
+#include "PxRecorder.h"
+#include "PxTest.h"
+#include "RecordingTestSupport.h"
+
+#include <QSignalSpy>
+#include <QTemporaryDir>
+
+#include <functional>
+#include <gtest/gtest.h>
+
+using namespace RecordingTest;
+
+namespace {
+// Records aFrames synthetic frames of aChannels traces into aDirectory; returns the file.
+QString Record(const QString& aDirectory, PtU32 aFrames, int aChannels = 2, PtU32 aSamples = 8)
+{
+  PxRecorder::SetParameters(aChannels > 0 ? 37 : 33, aDirectory, 500, 60);
+  SyntheticSensor lSource(aChannels, aSamples);
+  lSource.mSensor.CreateRecorder();
+  for (PtU32 n = 0; n < aFrames; ++n) {
+    lSource.PublishFrame(n);
+  }
+  lSource.mSensor.StopRecorder();
+  return RecordFiles(aDirectory).value(0);
+}
+
+long Shown(PxRecordPlayer& aPlayer)
+{
+  QString lWhy;
+  const long lFrame = FrameShown(*aPlayer.Sensor(), true, &lWhy);
+  EXPECT_GE(lFrame, 0) << lWhy.toStdString();
+  return lFrame;
+}
+
+unsigned int CodeOf(const std::function<void()>& aCall)
+{
+  try {
+    aCall();
+  } catch (const std::exception& e) {
+    unsigned int lCode = 0;
+    PtExtractException(e, &lCode, nullptr);
+    return lCode;
+  }
+  return 0;
+}
+
+// A record file written by hand, for layouts the recorder does not make.
+QString WriteFile(const QString& aFile, PtU32 aType, const std::function<void(PtDocumentWriter&)>& aContent)
+{
+  PtDocumentWriter lWriter(aFile, aType);
+  aContent(lWriter);
+  lWriter.EndLastSection();
+  return aFile;
+}
+
+void Header(PtDocumentWriter& aWriter, PtU32 aInside = PxRecorder::SECTION_PROPERTIES)
+{
+  aWriter.StartSection(PxRecorder::SECTION_HEADER);
+  aWriter.StartSection(aInside);
+  aWriter.EndSection();
+  aWriter.EndSection();
+}
+} // namespace
+
+TEST(RecordPlayer, StepsAndJumpsThroughTheFrames)
+{
+  RegisterTestPlayer();
+  QTemporaryDir lDir;
+  const QString lFile = Record(lDir.path(), 10);
+  std::unique_ptr<PxRecordPlayer> lPlayer(PxRecordPlayer::CreateFromFile(lFile));
+  ASSERT_NE(lPlayer, nullptr);
+  lPlayer->Start();
+  EXPECT_EQ(lPlayer->RecordSize(), 10u);
+  EXPECT_FALSE(lPlayer->ReadPrevious());
+
+  QSignalSpy lState(lPlayer->Sensor()->StateProvider(), &PxResultProvider::NewData);
+  // Each step: the call, what it returns, the frame then shown and the current index.
+  struct Step
+  {
+    const char* mCall;
+    std::function<bool()> mDo;
+    bool mResult;
+    long mFrame;
+  } const lSteps[] = {
+      {"ReadNext", [&] { return lPlayer->ReadNext(); }, true, 0},
+      {"ReadPrevious on the first", [&] { return lPlayer->ReadPrevious(); }, false, 0},
+      {"MoveTo 7", [&] { return lPlayer->MoveTo(7); }, true, 7},
+      {"ReadPrevious", [&] { return lPlayer->ReadPrevious(); }, true, 6},
+      {"MoveTo 2 (back)", [&] { return lPlayer->MoveTo(2); }, true, 2},
+      {"ReadNext", [&] { return lPlayer->ReadNext(); }, true, 3},
+      {"MoveTo 10 (beyond)", [&] { return lPlayer->MoveTo(10); }, false, 3},
+      {"MoveTo 9", [&] { return lPlayer->MoveTo(9); }, true, 9},
+      {"ReadNext after the last", [&] { return lPlayer->ReadNext(); }, false, 9},
+      {"MoveTo 0", [&] { return lPlayer->MoveTo(0); }, true, 0},
+  };
+  for (const Step& lStep : lSteps) {
+    SCOPED_TRACE(lStep.mCall);
+    EXPECT_EQ(lStep.mDo(), lStep.mResult);
+    EXPECT_EQ(Shown(*lPlayer), lStep.mFrame);
+    EXPECT_EQ(lPlayer->CurrentIndex(), static_cast<unsigned long>(lStep.mFrame));
+    // Device timestamps are 10 ms apart; replayed ones count from the first frame of the file.
+    EXPECT_EQ(lPlayer->RelativeTimestamp(), static_cast<unsigned int>(10 * lStep.mFrame));
+  }
+  EXPECT_GT(lState.count(), 0);
+
+  const QString lPart = lDir.path() + QStringLiteral("/part.ptl");
+  EXPECT_FALSE(lPlayer->Extract(4, 10, lPart));
+  EXPECT_FALSE(lPlayer->Extract(5, 4, lPart));
+  ASSERT_TRUE(lPlayer->Extract(4, 6, lPart));
+  std::unique_ptr<PxRecordPlayer> lExtracted(PxRecordPlayer::CreateFromFile(lPart));
+  lExtracted->Start();
+  EXPECT_EQ(lExtracted->RecordSize(), 3u);
+  for (long lExpected = 4; lExpected <= 6; ++lExpected) {
+    ASSERT_TRUE(lExtracted->ReadNext());
+    EXPECT_EQ(Shown(*lExtracted), lExpected);
+  }
+  EXPECT_FALSE(lExtracted->ReadNext());
+}
+
+TEST(RecordPlayer, RefusesFilesItCannotReplay)
+{
+  RegisterTestPlayer();
+  QTemporaryDir lDir;
+  const QString lBase = lDir.path() + QStringLiteral("/f");
+  const PtU32 lRecord = PxTestSensor::RECORD_DOCUMENT;
+  struct Case
+  {
+    const char* mName;
+    std::function<QString()> mFile;
+    unsigned int mCode; // 0: opens; the player is then driven to its end
+    bool mRegistered;
+  } const lCases[] = {
+      {"missing file", [&] { return lBase + QStringLiteral("missing.ptl"); }, QFileDevice::OpenError, true},
+      {"shorter than two words",
+       [&] {
+         QFile lFile(lBase + QStringLiteral("short.ptl"));
+         lFile.open(QIODevice::WriteOnly);
+         lFile.write("PXDC");
+         return lFile.fileName();
+       },
+       QFileDevice::ReadError, true},
+      {"other document type",
+       [&] { return WriteFile(lBase + QStringLiteral("1.ptl"), 0x1234, [](PtDocumentWriter& w) { Header(w); }); }, 0,
+       false},
+      {"no header first",
+       [&] {
+         return WriteFile(lBase + QStringLiteral("6.ptl"), lRecord, [](PtDocumentWriter& w) {
+           w.StartSection(PxRecorder::SECTION_FRAME);
+           w.EndSection();
+         });
+       },
+       6, true},
+      {"unknown header section",
+       [&] {
+         return WriteFile(lBase + QStringLiteral("9.ptl"), lRecord, [](PtDocumentWriter& w) { Header(w, 0x777); });
+       },
+       9, true},
+      {"not a frame",
+       [&] {
+         return WriteFile(lBase + QStringLiteral("7.ptl"), lRecord, [](PtDocumentWriter& w) {
+           Header(w);
+           w.StartSection(0x1234);
+           w.EndSection();
+           w.StartSection(PxRecorder::SECTION_FRAME);
+           w.EndSection();
+         });
+       },
+       7, true},
+  };
+  for (const Case& lCase : lCases) {
+    SCOPED_TRACE(lCase.mName);
+    const QString lFile = lCase.mFile();
+    PxRecordPlayer* lMade = nullptr;
+    const unsigned int lCode = CodeOf([&] {
+      std::unique_ptr<PxRecordPlayer> lPlayer(PxRecordPlayer::CreateFromFile(lFile));
+      lMade = lPlayer.get();
+      if (lPlayer) {
+        lPlayer->Start();
+        while (lPlayer->ReadNext()) {
+        }
+      }
+    });
+    EXPECT_EQ(lCode, lCase.mCode);
+    if (lCase.mCode == 0) {
+      EXPECT_EQ(lMade != nullptr, lCase.mRegistered);
+    }
+  }
+}
+
+TEST(RecordPlayer, DeliversTheKnownSectionsOfAFrameAndSkipsTheRest)
+{
+  RegisterTestPlayer();
+  QTemporaryDir lDir;
+  SyntheticSensor lSource(0, 0);
+  lSource.PublishEchoes(5);
+  const QString lFile =
+      WriteFile(lDir.path() + QStringLiteral("/x.ptl"), PxTestSensor::RECORD_DOCUMENT, [&](PtDocumentWriter& w) {
+        Header(w);
+        w.StartSection(PxRecorder::SECTION_FRAME);
+        w.StartSection(0x4444); // from a newer recorder
+        const PtU32 lValue = 1;
+        w.AddElement(1, &lValue, 4, 1, 4);
+        w.EndSection();
+        lSource.mSensor.EchoesProvider().Save(w);
+        w.EndSection();
+        w.StartSection(PxRecorder::SECTION_FRAME);
+        w.EndSection();
+      });
+  std::unique_ptr<PxRecordPlayer> lPlayer(PxRecordPlayer::CreateFromFile(lFile));
+  lPlayer->Start();
+  QSignalSpy lEchoes(&lPlayer->Sensor()->EchoesProvider(), &PxResultProvider::NewData);
+  ASSERT_TRUE(lPlayer->ReadNext());
+  EXPECT_EQ(lEchoes.count(), 1);
+  QString lWhy;
+  EXPECT_EQ(FrameShown(*lPlayer->Sensor(), false, &lWhy), 5) << lWhy.toStdString();
+  EXPECT_FALSE(lPlayer->ReadNext());
+
+  // A recording closed before its first frame has none.
+  QTemporaryDir lEmpty;
+  std::unique_ptr<PxRecordPlayer> lNothing(PxRecordPlayer::CreateFromFile(Record(lEmpty.path(), 0)));
+  lNothing->Start();
+  EXPECT_EQ(lNothing->RecordSize(), 0u);
+  EXPECT_FALSE(lNothing->ReadNext());
+  EXPECT_FALSE(lNothing->MoveTo(0));
+}
+
+namespace {
+// What the views read of one frame.
+struct Snapshot
+{
+  QDateTime mFrameTime;
+  float mRate = 0;
+  std::vector<PxEcho> mEchoes;
+  float mDistanceScale = 0;
+  float mAmplitudeScale = 0;
+  std::vector<PtByte> mSamples;
+  std::vector<Pt32> mDelays;
+  PtU32 mReceived[2] = {0, 0};
+
+  explicit Snapshot(PxSensor& aSensor)
+  {
+    mFrameTime = aSensor.StateProvider()->FrameTime();
+    mRate = static_cast<float>(aSensor.StateProvider()->RateResult()->Value(0));
+    const PxResultEchoes& lEchoes = aSensor.EchoesProvider();
+    mEchoes.assign(lEchoes.mEchoes.begin(), lEchoes.mEchoes.begin() + lEchoes.EchoCount());
+    mDistanceScale = lEchoes.DistanceScale();
+    mAmplitudeScale = lEchoes.AmplitudeScale();
+    const PxResultTrace& lTraces = aSensor.TraceProvider();
+    mSamples = lTraces.SampleBuffer();
+    for (const PxTrace& lTrace : lTraces.Traces()) {
+      mDelays.push_back(lTrace.RawTimebaseDelay());
+    }
+    mReceived[0] = lTraces.FirstReceivedValue();
+    mReceived[1] = lTraces.SecondReceivedValue();
+  }
+
+  bool operator==(const Snapshot& o) const
+  {
+    return mFrameTime == o.mFrameTime && mRate == o.mRate && mEchoes.size() == o.mEchoes.size() &&
+           std::memcmp(mEchoes.data(), o.mEchoes.data(), mEchoes.size() * sizeof(PxEcho)) == 0 &&
+           mDistanceScale == o.mDistanceScale && mAmplitudeScale == o.mAmplitudeScale && mSamples == o.mSamples &&
+           mDelays == o.mDelays && mReceived[0] == o.mReceived[0] && mReceived[1] == o.mReceived[1];
+  }
+};
+} // namespace
+
+TEST(RecordPlayer, ReplayPublishesWhatWasLive)
+{
+  RegisterTestPlayer();
+  QTemporaryDir lDir;
+  PxRecorder::SetParameters(37, lDir.path(), 500, 60);
+  SyntheticSensor lSource(16, 64);
+  std::vector<Snapshot> lLive;
+  QObject::connect(lSource.mState, &PxResultProvider::NewData, [&] { lLive.emplace_back(lSource.mSensor); });
+  lSource.mSensor.CreateRecorder();
+  for (PtU32 n = 0; n < 40; ++n) {
+    lSource.PublishFrame(n);
+  }
+  lSource.mSensor.StopRecorder();
+
+  std::unique_ptr<PxRecordPlayer> lPlayer(PxRecordPlayer::CreateFromFile(RecordFiles(lDir.path()).value(0)));
+  ASSERT_NE(lPlayer, nullptr);
+  lPlayer->Start();
+  auto* lReplay = static_cast<PxTestSensor*>(lPlayer->Sensor());
+  // The header brought the configuration, and the steps that follow loading one ran.
+  EXPECT_EQ(lReplay->DeviceName().TextValue(0), QStringLiteral("Unit 3"));
+  EXPECT_EQ(lReplay->ChannelCount(), 16);
+  EXPECT_TRUE(lReplay->mCalls.contains(QStringLiteral("ApplyConfiguration")));
+  std::vector<Snapshot> lReplayed;
+  QObject::connect(lReplay->StateProvider(), &PxResultProvider::NewData, [&] { lReplayed.emplace_back(*lReplay); });
+  while (lPlayer->ReadNext()) {
+  }
+  ASSERT_EQ(lReplayed.size(), lLive.size());
+  for (size_t i = 0; i < lLive.size(); ++i) {
+    EXPECT_TRUE(lReplayed[i] == lLive[i]) << "frame " << i;
+  }
+  EXPECT_EQ(lPlayer->FullTimestamp(), lLive.back().mFrameTime);
+
+  // The caller of TakeSensor owns the sensor from then on.
+  std::unique_ptr<PxSensor> lTaken(lPlayer->TakeSensor());
+  lPlayer.reset();
+  EXPECT_EQ(lTaken->ChannelCount(), 16);
+}
