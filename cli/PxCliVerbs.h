@@ -9,4 +9,9 @@ int RunInfo(const QStringList& aArguments);
 int RunConfig(const QStringList& aArguments);
 int RunReset(const QStringList& aArguments);
 int RunFirmware(const QStringList& aArguments);
+int RunRecord(const QStringList& aArguments);
+int RunLog(const QStringList& aArguments);
+int RunInspect(const QStringList& aArguments);
+int RunExtract(const QStringList& aArguments);
+int RunExport(const QStringList& aArguments);
 } // namespace PxCli

@@ -23,6 +23,11 @@ const std::vector<Verb>& Verbs()
       {"config", "get, set, save or load the configuration", &RunConfig},
       {"reset", "restart the device on its saved configuration", &RunReset},
       {"firmware", "install a firmware file", &RunFirmware},
+      {"record", "record the device's results into record files", &RunRecord},
+      {"log", "write the device's echoes to a text log", &RunLog},
+      {"inspect", "show what a record file holds", &RunInspect},
+      {"extract", "copy a range of frames into a new record file", &RunExtract},
+      {"export", "write one group of a record file as CSV or JSON", &RunExport},
   };
   return sVerbs;
 }

@@ -14,6 +14,7 @@
 #include <QTemporaryDir>
 #include <QtEndian>
 
+#include <csignal>
 #include <gtest/gtest.h>
 
 namespace {
@@ -30,6 +31,8 @@ CliRun Cli(const QStringList& aArguments)
   QProcess lProcess;
   QProcessEnvironment lEnvironment = QProcessEnvironment::systemEnvironment();
   lEnvironment.remove(QStringLiteral("PARVEX_CONNECT"));
+  // The recorder's and logger's settings land in the scratch folder, not the user's.
+  lEnvironment.insert(QStringLiteral("XDG_CONFIG_HOME"), PxTest::ScratchDir());
   lProcess.setProcessEnvironment(lEnvironment);
   lProcess.start(QStringLiteral(PARVEX_CLI_PROGRAM), aArguments);
   CliRun lRun;
@@ -102,6 +105,13 @@ TEST(Cli, BadCommandLinesAndUnreachableDevicesEndWithAMessageAndTheirCode)
       // Port 1 on the loopback: refused at once.
       {{"info", "--connect", "tcp://127.0.0.1:1"}, 3, "cannot reach tcp://127.0.0.1:1"},
       {{"reset", "--connect", "tcp://127.0.0.1:1"}, 3, "cannot reach"},
+      {{"record", "--out", "/tmp"}, 2, "give either --seconds or --frames"},
+      {{"record", "--frames", "5", "--out", "/tmp", "--traces", "smooth"}, 2, "unknown trace kind \"smooth\""},
+      {{"log", "--seconds", "1"}, 2, "give the directory to write to with --out"},
+      {{"inspect", "/no/such/file.ptl"}, 1, "no file /no/such/file.ptl"},
+      {{"inspect", PARVEX_CLI_PROGRAM}, 1, "The file is not a Parvex document."},
+      {{"export", "x.ptl", "--what", "noise", "--out", "-"}, 2, "--what takes echoes, state or traces"},
+      {{"extract", "x.ptl", "--from", "1"}, 2, "give --from, --to and --out"},
   };
   for (const Case& c : lCases) {
     const CliRun lRun = Cli(c.mArguments);
@@ -116,7 +126,8 @@ TEST(Cli, EveryVerbDescribesItself)
 {
   const CliRun lOverview = Cli({QStringLiteral("--help")});
   ASSERT_EQ(lOverview.mExit, 0);
-  const QStringList lVerbs{"connections", "info", "config", "reset", "firmware"};
+  const QStringList lVerbs{"connections", "info", "config",  "reset",   "firmware",
+                           "record",      "log",  "inspect", "extract", "export"};
   for (const QString& lVerb : lVerbs) {
     EXPECT_TRUE(lOverview.mOut.contains(lVerb)) << lVerb.toStdString();
     const CliRun lRun = Cli({lVerb, QStringLiteral("--help")});
@@ -236,4 +247,101 @@ TEST_F(CliAgainstSim, FirmwareFilesAreCheckedThenInstalled)
     EXPECT_TRUE(lRun.mErr.contains(QString::fromUtf8(c.mMessage))) << lRun;
     EXPECT_EQ(Property(QStringLiteral("software-version"))[QStringLiteral("value")].toInt(), c.mVersionAfter);
   }
+}
+
+TEST_F(CliAgainstSim, CtrlCEndsARecordingWithAFileThatReplaysAndExports)
+{
+  QProcess lRecord;
+  QProcessEnvironment lEnvironment = QProcessEnvironment::systemEnvironment();
+  lEnvironment.insert(QStringLiteral("XDG_CONFIG_HOME"), PxTest::ScratchDir());
+  lRecord.setProcessEnvironment(lEnvironment);
+  lRecord.setReadChannel(QProcess::StandardError);
+  lRecord.start(QStringLiteral(PARVEX_CLI_PROGRAM),
+                {QStringLiteral("record"), QStringLiteral("--seconds"), QStringLiteral("60"), QStringLiteral("--out"),
+                 mDir.path(), QStringLiteral("--traces"), QStringLiteral("raw"), QStringLiteral("--connect"),
+                 QStringLiteral("tcp://127.0.0.1:%1").arg(mSim.Port())});
+  // The progress line: once at the first frame, then once a second.
+  QByteArray lProgress;
+  while (lProgress.count("recording:") < 2 && lRecord.waitForReadyRead(PxTest::WAIT_MS)) {
+    lProgress += lRecord.readAllStandardError();
+  }
+  ASSERT_EQ(lProgress.count("recording:"), 2) << lProgress.toStdString();
+  ::kill(static_cast<pid_t>(lRecord.processId()), SIGINT);
+  ASSERT_TRUE(lRecord.waitForFinished(PxTest::WAIT_MS));
+  EXPECT_EQ(lRecord.exitStatus(), QProcess::NormalExit);
+  EXPECT_EQ(lRecord.exitCode(), 0);
+  EXPECT_TRUE(lRecord.readAllStandardError().contains("stopped by Ctrl-C"));
+  const QString lFile = QString::fromUtf8(lRecord.readAllStandardOutput()).trimmed();
+  ASSERT_TRUE(lFile.endsWith(QStringLiteral(".ptl"))) << lFile.toStdString();
+
+  const CliRun lInspect = Cli({QStringLiteral("inspect"), lFile, QStringLiteral("--json")});
+  ASSERT_EQ(lInspect.mExit, 0) << lInspect;
+  const QJsonObject lRecord1 = lInspect.Json();
+  const int lFrames = lRecord1[QStringLiteral("frames")].toInt();
+  EXPECT_GT(lFrames, 30) << "at 50 Hz for more than a second";
+  const QJsonObject lGroups = lRecord1[QStringLiteral("groups")].toObject();
+  for (const char* lGroup : {"state", "echoes", "raw-traces"}) {
+    EXPECT_EQ(lGroups[QLatin1String(lGroup)].toInt(), lFrames) << lGroup << " in every frame";
+  }
+  EXPECT_FALSE(lGroups.contains(QStringLiteral("filtered-traces"))) << "not asked for";
+  EXPECT_EQ(lRecord1[QStringLiteral("serialNumber")].toString(), QStringLiteral("PX16-SIM-000042"));
+  EXPECT_EQ(lRecord1[QStringLiteral("recordingFiles")].toArray(), QJsonArray{lFile});
+  EXPECT_NEAR(lRecord1[QStringLiteral("durationMs")].toInt(), (lFrames - 1) * 20, 1) << "device time at 50 Hz";
+
+  const QString lEchoes = mDir.filePath(QStringLiteral("echoes.csv"));
+  const CliRun lCsv = Cli({QStringLiteral("export"), lFile, QStringLiteral("--what"), QStringLiteral("echoes"),
+                           QStringLiteral("--out"), lEchoes});
+  ASSERT_EQ(lCsv.mExit, 0) << lCsv;
+  QFile lCsvFile(lEchoes);
+  ASSERT_TRUE(lCsvFile.open(QIODevice::ReadOnly));
+  const QList<QByteArray> lLines = lCsvFile.readAll().trimmed().split('\n');
+  EXPECT_EQ(lLines.front(), QByteArray("frame,timestamp,segment,distance_m,amplitude,flag"));
+  EXPECT_GT(lLines.size(), lFrames * 16) << "the wall is seen by every segment";
+  EXPECT_TRUE(lLines.last().startsWith(QByteArray::number(lFrames - 1) + ','));
+  // The wall at 20 m, square to the sensor: the nearest-of-segment-0 echo in the first frame.
+  EXPECT_NEAR(lLines.at(1).split(',').at(3).toDouble(), 21.7, 0.5);
+
+  const CliRun lState =
+      Cli({QStringLiteral("export"), lFile, QStringLiteral("--what"), QStringLiteral("state"),
+           QStringLiteral("--format"), QStringLiteral("json"), QStringLiteral("--out"), QStringLiteral("-")});
+  ASSERT_EQ(lState.mExit, 0) << lState;
+  const QJsonArray lStates = QJsonDocument::fromJson(lState.mOut.toUtf8()).array();
+  ASSERT_EQ(lStates.size(), lFrames) << lState;
+  EXPECT_EQ(lStates.at(1)[QStringLiteral("timestamp")].toInt() - lStates.at(0)[QStringLiteral("timestamp")].toInt(),
+            20);
+
+  const QString lPart = mDir.filePath(QStringLiteral("part.ptl"));
+  EXPECT_EQ(Cli({QStringLiteral("extract"), lFile, QStringLiteral("--from"), QStringLiteral("3"),
+                 QStringLiteral("--to"), QStringLiteral("7"), QStringLiteral("--out"), lPart})
+                .mExit,
+            0);
+  EXPECT_EQ(Cli({QStringLiteral("inspect"), lPart, QStringLiteral("--json")}).Json()[QStringLiteral("frames")].toInt(),
+            5);
+  const CliRun lBeyond = Cli({QStringLiteral("extract"), lFile, QStringLiteral("--from"), QStringLiteral("0"),
+                              QStringLiteral("--to"), QString::number(lFrames), QStringLiteral("--out"), lPart});
+  EXPECT_EQ(lBeyond.mExit, 1) << lBeyond;
+}
+
+TEST_F(CliAgainstSim, FrameLimitedRecordingsAndEchoLogsStopByThemselves)
+{
+  const CliRun lRecord =
+      Device({QStringLiteral("record"), QStringLiteral("--frames"), QStringLiteral("5"), QStringLiteral("--out"),
+              mDir.filePath(QStringLiteral("rec")), QStringLiteral("--json")});
+  ASSERT_EQ(lRecord.mExit, 0) << lRecord;
+  EXPECT_EQ(lRecord.Json()[QStringLiteral("frames")].toInt(), 5);
+  const QString lFile = lRecord.Json()[QStringLiteral("files")].toArray().at(0).toString();
+  EXPECT_EQ(Cli({QStringLiteral("inspect"), lFile, QStringLiteral("--json")}).Json()[QStringLiteral("frames")].toInt(),
+            5);
+
+  const CliRun lLog = Device({QStringLiteral("log"), QStringLiteral("--seconds"), QStringLiteral("0.5"),
+                              QStringLiteral("--out"), mDir.filePath(QStringLiteral("log"))});
+  ASSERT_EQ(lLog.mExit, 0) << lLog;
+  QFile lText(lLog.mOut.trimmed());
+  ASSERT_TRUE(lText.open(QIODevice::ReadOnly | QIODevice::Text)) << lLog;
+  const QList<QByteArray> lLines = lText.readAll().split('\n');
+  ASSERT_GT(lLines.size(), 16);
+  // Timestamp, segment, amplitude, distance, flag, in their fixed widths.
+  const QRegularExpression lLine(QStringLiteral("^ {0,8}\\d{1,9} {1,2}\\d{1,3} *\\d+\\.\\d\\d *\\d+\\.\\d\\d [01] $"));
+  EXPECT_TRUE(lLine.match(QString::fromLatin1(lLines.front())).hasMatch()) << lLines.front().toStdString();
+  EXPECT_EQ(lLines.front().size(), 29);
 }
