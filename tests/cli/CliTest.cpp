@@ -345,3 +345,24 @@ TEST_F(CliAgainstSim, FrameLimitedRecordingsAndEchoLogsStopByThemselves)
   EXPECT_TRUE(lLine.match(QString::fromLatin1(lLines.front())).hasMatch()) << lLines.front().toStdString();
   EXPECT_EQ(lLines.front().size(), 29);
 }
+
+TEST_F(CliAgainstSim, ALostLinkEndsARecordingWithItsCodeAndAReplayableFile)
+{
+  QProcess lRecord;
+  lRecord.setReadChannel(QProcess::StandardError);
+  lRecord.start(QStringLiteral(PARVEX_CLI_PROGRAM),
+                {QStringLiteral("record"), QStringLiteral("--seconds"), QStringLiteral("60"), QStringLiteral("--out"),
+                 mDir.path(), QStringLiteral("--connect"), QStringLiteral("tcp://127.0.0.1:%1").arg(mSim.Port())});
+  QByteArray lErr;
+  while (!lErr.contains("recording:") && lRecord.waitForReadyRead(PxTest::WAIT_MS)) {
+    lErr += lRecord.readAllStandardError();
+  }
+  ASSERT_TRUE(lErr.contains("recording:")) << lErr.toStdString();
+  mSim.Stop(SIGTERM);
+  ASSERT_TRUE(lRecord.waitForFinished(PxTest::WAIT_MS));
+  EXPECT_EQ(lRecord.exitCode(), 3);
+  EXPECT_TRUE(lRecord.readAllStandardError().contains("lost the link to tcp://127.0.0.1:"));
+  const QString lFile = QString::fromUtf8(lRecord.readAllStandardOutput()).trimmed();
+  EXPECT_GT(Cli({QStringLiteral("inspect"), lFile, QStringLiteral("--json")}).Json()[QStringLiteral("frames")].toInt(),
+            0);
+}
