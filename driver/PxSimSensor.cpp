@@ -6,12 +6,15 @@
 #include "PxProtocolReader.h"
 #include "PxResult.h"
 #include "PxResultState.h"
+#include "PxSimFirmware.h"
 #include "PxSimProtocol.h"
 #include "PxTransportError.h"
 #include "PxUnits.h"
 
+#include <QFile>
 #include <QLoggingCategory>
 
+#include <algorithm>
 #include <cstring>
 
 using namespace PxSimProtocol;
@@ -434,6 +437,115 @@ void PxSimSensor::Reset()
   // The restart dropped whatever was not saved.
   mUnsaved = false;
   ReadConfiguration();
+}
+
+// ---- Firmware ----------------------------------------------------------------------------------
+
+namespace {
+// The header of a firmware file: signature "PXFW", layout, device type, component, reserved,
+// version, image size, image CRC-32; all little-endian.
+constexpr PtU32 FIRMWARE_SIGNATURE = 0x57465850;
+constexpr PtU16 FIRMWARE_LAYOUT = 1;
+constexpr int FIRMWARE_HEADER_SIZE = 20;
+
+template <class T>
+T LittleEndianAt(const QByteArray& aBytes, int aOffset)
+{
+  T lValue = 0;
+  for (int i = static_cast<int>(sizeof(T)) - 1; i >= 0; --i) {
+    lValue = static_cast<T>((lValue << 8) | static_cast<PtByte>(aBytes[aOffset + i]));
+  }
+  return lValue;
+}
+} // namespace
+
+PxSimSensor::FirmwareImage PxSimSensor::ReadFirmwareFile(const QString& aFileName)
+{
+  QFile lFile(aFileName);
+  if (!lFile.open(QIODevice::ReadOnly)) {
+    PtThrow<std::runtime_error>(static_cast<unsigned int>(lFile.error()), lFile.errorString());
+  }
+  const QByteArray lHeader = lFile.read(FIRMWARE_HEADER_SIZE);
+  if (lHeader.size() < FIRMWARE_HEADER_SIZE || LittleEndianAt<PtU32>(lHeader, 0) != FIRMWARE_SIGNATURE ||
+      LittleEndianAt<PtU16>(lHeader, 4) != FIRMWARE_LAYOUT) {
+    PtThrow<std::runtime_error>(FIRMWARE_ERROR_NOT_FIRMWARE, tr("%1 is not a firmware file.").arg(aFileName));
+  }
+  if (const PtU16 lType = LittleEndianAt<PtU16>(lHeader, 6); lType != TYPE) {
+    PtThrow<std::runtime_error>(FIRMWARE_ERROR_OTHER_DEVICE,
+                                tr("%1 is firmware for device type 0x%2, not for a Parvex 16.")
+                                    .arg(aFileName)
+                                    .arg(lType, 4, 16, QLatin1Char('0')));
+  }
+  FirmwareImage lImage;
+  lImage.mComponent = static_cast<PtByte>(lHeader[8]);
+  lImage.mVersion = LittleEndianAt<PtU16>(lHeader, 10);
+  const PtU32 lSize = LittleEndianAt<PtU32>(lHeader, 12);
+  lImage.mCrc = LittleEndianAt<PtU32>(lHeader, 16);
+  if (lSize == 0 || lSize > MAX_FIRMWARE_SIZE) {
+    PtThrow<std::runtime_error>(FIRMWARE_ERROR_SIZE,
+                                tr("%1 announces an image of %2 bytes.").arg(aFileName).arg(lSize));
+  }
+  // One byte more than announced tells a file with something after its image.
+  lImage.mData = lFile.read(static_cast<qint64>(lSize) + 1);
+  if (static_cast<PtU32>(lImage.mData.size()) != lSize) {
+    PtThrow<std::runtime_error>(FIRMWARE_ERROR_SIZE, tr("%1 holds %2 image bytes instead of %3.")
+                                                         .arg(aFileName)
+                                                         .arg(lImage.mData.size() + lFile.bytesAvailable())
+                                                         .arg(lSize));
+  }
+  if (PxSimFirmware::Crc32(reinterpret_cast<const PtByte*>(lImage.mData.constData()),
+                           static_cast<size_t>(lImage.mData.size())) != lImage.mCrc) {
+    PtThrow<std::runtime_error>(FIRMWARE_ERROR_CHECKSUM,
+                                tr("%1 is damaged: its checksum does not match.").arg(aFileName));
+  }
+  return lImage;
+}
+
+void PxSimSensor::UpdateFirmware(const FirmwareImage& aImage,
+                                 const std::function<void(PtU32 aReceived, PtU32 aTotal)>& aProgress)
+{
+  const auto lTotal = static_cast<PtU32>(aImage.mData.size());
+  PtU32 lMaxChunk = MAX_FIRMWARE_CHUNK;
+  Guarded([&] {
+    PxProtocolReader& lAnswer = Exchange(REQ_FIRMWARE_BEGIN, [&](PxProtocolWriter& aWriter) {
+      aWriter.AddElement(ID_FIRMWARE_COMPONENT, 1, 1, &aImage.mComponent, 1);
+      aWriter.AddElement(ID_FIRMWARE_SIZE, 1, 4, &lTotal, 4);
+      aWriter.AddElement(ID_FIRMWARE_CRC, 1, 4, &aImage.mCrc, 4);
+      aWriter.AddElement(ID_FIRMWARE_VERSION, 1, 2, &aImage.mVersion, 2);
+    });
+    while (lAnswer.Advance()) {
+      if (lAnswer.Id() == ID_FIRMWARE_MAX_CHUNK) {
+        lMaxChunk = std::clamp<PtU32>(ElementValue<PtU32>(lAnswer), 1, MAX_FIRMWARE_CHUNK);
+      }
+    }
+  });
+  PtU32 lSent = 0;
+  while (lSent < lTotal) {
+    const PtU32 lChunk = std::min(lMaxChunk, lTotal - lSent);
+    PtU32 lReceived = lSent + lChunk;
+    Guarded([&] {
+      PxProtocolReader& lAnswer = Exchange(REQ_FIRMWARE_CHUNK, [&](PxProtocolWriter& aWriter) {
+        aWriter.AddElement(ID_FIRMWARE_OFFSET, 1, 4, &lSent, 4);
+        aWriter.AddElement(ID_FIRMWARE_DATA, static_cast<unsigned short>(lChunk), 1, aImage.mData.constData() + lSent,
+                           1);
+      });
+      while (lAnswer.Advance()) {
+        if (lAnswer.Id() == ID_FIRMWARE_RECEIVED) {
+          lReceived = ElementValue<PtU32>(lAnswer);
+        }
+      }
+    });
+    lSent += lChunk;
+    if (aProgress) {
+      aProgress(std::min(lReceived, lTotal), lTotal);
+    }
+  }
+  Guarded([this] { Exchange(REQ_FIRMWARE_END); });
+  // The device restarted on the new image: what it now reports, and its saved configuration.
+  mUnsaved = false;
+  ReadIdentity();
+  ReadConfiguration();
+  qCInfo(lcDriver) << "firmware component" << aImage.mComponent << "installed, version" << Qt::hex << aImage.mVersion;
 }
 
 // ---- Debug commands ----------------------------------------------------------------------------

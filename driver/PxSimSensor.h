@@ -9,6 +9,9 @@
 #include "PxSensor.h"
 #include "PxTextProperty.h"
 
+#include <QByteArray>
+
+#include <functional>
 #include <memory>
 #include <unordered_map>
 #include <vector>
@@ -45,6 +48,26 @@ public:
   static constexpr PtU32 PROPERTY_ID_BASE = 0x00A10000;
   static constexpr PtU32 PropertyId(PtU16 aDeviceId) { return PROPERTY_ID_BASE | aDeviceId; }
 
+  // Codes of the errors a firmware file raises before anything is sent to the device.
+  enum : unsigned int {
+    FIRMWARE_ERROR_NOT_FIRMWARE = 40, // no signature, unknown layout or a header cut short
+    FIRMWARE_ERROR_OTHER_DEVICE = 41, // made for another device type
+    FIRMWARE_ERROR_SIZE = 42,         // the image is not as long as its header says, or too large
+    FIRMWARE_ERROR_CHECKSUM = 43,     // the image does not match its checksum: the file is damaged
+  };
+
+  // A firmware file ("*.ptb", layout in docs/driver-protocol.md), checked against its own header.
+  struct FirmwareImage
+  {
+    PtByte mComponent = 0; // 1 FPGA, 2 software
+    PtU16 mVersion = 0;    // the version word the device reports once it runs the image
+    PtU32 mCrc = 0;
+    QByteArray mData;
+  };
+  // Reads and checks a firmware file; throws (codes above, or the file's error) when it cannot be
+  // sent as it is.
+  static FirmwareImage ReadFirmwareFile(const QString& aFileName);
+
   explicit PxSimSensor(PxConnection* aConnection);
   ~PxSimSensor() override;
 
@@ -74,6 +97,13 @@ public:
   PtU32 RecordDocumentType() const override;
   bool DeliversFilteredTraces() const override;
   PxResultProvider* CreateProvider(PtU32 aId) override;
+
+  // Sends the image in chunks as large as the device takes, then has the device check and install
+  // it; the device restarts on it, and the identity and configuration are read again. aProgress
+  // hears the bytes the device has acknowledged after each chunk. A refused chunk or check throws
+  // the device's answer code and leaves the device on its old firmware.
+  void UpdateFirmware(const FirmwareImage& aImage,
+                      const std::function<void(PtU32 aReceived, PtU32 aTotal)>& aProgress = {});
 
   PtU64 LastDebugResult() const { return mLastDebugResult; }
   const PxTextProperty& HardwarePartNumber() const { return *mHardwarePart; }
