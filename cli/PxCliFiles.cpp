@@ -25,30 +25,6 @@
 namespace PxCli {
 
 namespace {
-// The sensor a record replays into. The player runs the apply steps after loading the header, as
-// it would after a configuration file; with no device behind the sensor there is nothing to send.
-// (The driver does not yet register a record player of its own; when it does, this goes.)
-class PxReplaySensor : public PxSimSensor
-{
-public:
-  PxReplaySensor()
-      : PxSimSensor(nullptr)
-  {
-  }
-  void WriteConfiguration() override
-  {
-    if (IsLive()) {
-      PxSimSensor::WriteConfiguration();
-    }
-  }
-  void ApplyConfiguration() override
-  {
-    if (IsLive()) {
-      PxSimSensor::ApplyConfiguration();
-    }
-  }
-};
-
 // A player for a Parvex 16 record file. Another file is refused with a message saying what it is.
 std::unique_ptr<PxRecordPlayer> OpenRecord(const QString& aFile)
 {
@@ -61,7 +37,11 @@ std::unique_ptr<PxRecordPlayer> OpenRecord(const QString& aFile)
       Fail(Tr("%1 is not a Parvex 16 record file").arg(aFile));
     }
   }
-  auto lPlayer = std::make_unique<PxRecordPlayer>(aFile, new PxReplaySensor());
+  // Through the record-player registry, as the application opens files: the driver registered it.
+  std::unique_ptr<PxRecordPlayer> lPlayer(PxRecordPlayer::CreateFromFile(aFile));
+  if (!lPlayer) {
+    Fail(Tr("%1 is not a Parvex 16 record file").arg(aFile));
+  }
   lPlayer->Start();
   return lPlayer;
 }
