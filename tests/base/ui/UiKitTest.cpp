@@ -233,7 +233,7 @@ TEST(RadioPrompt, ReturnsTheValueOfTheItemTheUserPicked)
   EXPECT_EQ(lPrompt.Value(), -2);
 }
 
-TEST(TextPrompt, OkReturnsTheTypedText)
+TEST(TextPrompt, OkReturnsTheTypedTextAndCancelKeepsTheOld)
 {
   QString lText = QStringLiteral("old");
   WhenModal([](QWidget* aPrompt) {
@@ -242,6 +242,14 @@ TEST(TextPrompt, OkReturnsTheTypedText)
     QTest::keyClick(aPrompt->focusWidget(), Qt::Key_Return);
   });
   EXPECT_TRUE(
+      PtTextPrompt::Ask(nullptr, QStringLiteral("Enter comment"), QStringLiteral("Comment (optional):"), &lText));
+  EXPECT_EQ(lText, QStringLiteral("old and new"));
+
+  WhenModal([](QWidget* aPrompt) {
+    QTest::keyClicks(aPrompt->focusWidget(), QStringLiteral("lost"));
+    QTest::keyClick(aPrompt, Qt::Key_Escape);
+  });
+  EXPECT_FALSE(
       PtTextPrompt::Ask(nullptr, QStringLiteral("Enter comment"), QStringLiteral("Comment (optional):"), &lText));
   EXPECT_EQ(lText, QStringLiteral("old and new"));
 }
