@@ -145,7 +145,10 @@ TEST(Result, ColorStyleIsTheFirstConditionThatHolds)
       {{}, 50.0, Qt::black},
       {{&lOutOfBound}, 11.5, Qt::red},
       {{&lOutOfBound}, 11.0, Qt::black}, // the bound is strict
+      {{&lOutOfBound}, 8.5, Qt::red},
+      {{&lBelow}, 5.0, Qt::black},
       {{&lBelow}, 4.99, Qt::blue},
+      {{&lAbove}, 100.0, Qt::black},
       {{&lAbove}, 100.5, Qt::green},
       {{&lNeutral, &lAbove}, 200.0, Qt::green},
       {{&lOutOfBound, &lBelow, &lAbove}, std::numeric_limits<double>::quiet_NaN(), Qt::black},
