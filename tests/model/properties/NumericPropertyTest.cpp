@@ -57,6 +57,7 @@ TEST_F(NumericProperty, IntegerSetLimitsClampsValuesAndAnnouncesTheLimits)
   };
   const Case lCases[] = {
       {0, 65536, false, {5, 50, 500}, {}, 0},
+      {0, 1000, false, {5, 50, 500}, {}, 1},
       {10, 100, false, {10, 50, 100}, {0, 2}, 1},
       {10, 100, true, {5, 50, 500}, {}, 1},
   };
