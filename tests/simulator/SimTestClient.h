@@ -79,7 +79,6 @@ public:
 
   // The traces answer streamed as the trace provider streams it.
   Traces ReadTraces(bool aFiltered);
-  void ArmFault(PxSimProtocol::Fault aFault, PtU16 aRequest, PtU32 aParameter, PtU64 aCount);
   void Scene(PtU64 aSeed, PtU32 aFlags);
 
   static Answer Collect(PxProtocolReader& aReader);

