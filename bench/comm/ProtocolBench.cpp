@@ -2,6 +2,7 @@
 // allocations per answer once the buffers have reached their working size.
 #include "PxControlConnection.h"
 #include "PxTestBytes.h"
+#include "PxBenchAllocations.h"
 #include "PxTestTransport.h"
 
 #include <QCoreApplication>
@@ -12,27 +13,6 @@
 #include <new>
 #include <vector>
 
-namespace
-{
-std::atomic<long> sAllocations{0};
-}
-
-void* operator new(std::size_t aSize)
-{
-  ++sAllocations;
-  if (void* p = std::malloc(aSize ? aSize : 1)) {
-    return p;
-  }
-  throw std::bad_alloc();
-}
-void operator delete(void* aPointer) noexcept
-{
-  std::free(aPointer);
-}
-void operator delete(void* aPointer, std::size_t) noexcept
-{
-  std::free(aPointer);
-}
 
 namespace
 {
@@ -82,7 +62,7 @@ QByteArray EchoesAnswer()
 void Report(benchmark::State& aState, long aAllocationsBefore, size_t aBytes)
 {
   aState.counters["allocs_per_answer"] =
-    benchmark::Counter(static_cast<double>(sAllocations - aAllocationsBefore) / static_cast<double>(aState.iterations()));
+    benchmark::Counter(static_cast<double>(PxBenchAllocations() - aAllocationsBefore) / static_cast<double>(aState.iterations()));
   aState.SetBytesProcessed(static_cast<int64_t>(aState.iterations()) * static_cast<int64_t>(aBytes));
 }
 
@@ -106,7 +86,7 @@ void BM_TracesStreamed(benchmark::State& aState)
     }
   };
   lDecode(); // buffers reach their working size
-  const long lBefore = sAllocations;
+  const long lBefore = PxBenchAllocations();
   for (auto _ : aState) {
     lDecode();
     benchmark::DoNotOptimize(lSamples.data());
@@ -145,7 +125,7 @@ void BM_EchoesScattered(benchmark::State& aState)
     }
   };
   lDecode();
-  const long lBefore = sAllocations;
+  const long lBefore = PxBenchAllocations();
   for (auto _ : aState) {
     lDecode();
     benchmark::DoNotOptimize(lEchoes.data());

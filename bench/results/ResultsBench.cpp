@@ -9,6 +9,7 @@
 #include "PxResultState.h"
 #include "PxResultTrace.h"
 #include "PxTestBytes.h"
+#include "PxBenchAllocations.h"
 #include "PxTestTransport.h"
 
 #include <QCoreApplication>
@@ -20,26 +21,6 @@
 #include <new>
 #include <vector>
 
-namespace {
-std::atomic<long> sAllocations{0};
-}
-
-void* operator new(std::size_t aSize)
-{
-  ++sAllocations;
-  if (void* p = std::malloc(aSize ? aSize : 1)) {
-    return p;
-  }
-  throw std::bad_alloc();
-}
-void operator delete(void* aPointer) noexcept
-{
-  std::free(aPointer);
-}
-void operator delete(void* aPointer, std::size_t) noexcept
-{
-  std::free(aPointer);
-}
 
 namespace {
 constexpr int CHANNELS = 16;
@@ -150,12 +131,12 @@ void BM_FullFrame(benchmark::State& aState)
   lSensor.Decode(lReader); // buffers and the start time reach their working state
   lSensor.mNewData = 0;
 
-  const long lBefore = sAllocations;
+  const long lBefore = PxBenchAllocations();
   for (auto _ : aState) {
     lSensor.Decode(lReader);
     benchmark::DoNotOptimize(lSensor.mTraces.SampleBuffer().data());
   }
-  const long lAllocations = sAllocations - lBefore;
+  const long lAllocations = PxBenchAllocations() - lBefore;
 
   const auto lFrames = static_cast<double>(aState.iterations());
   if (lSensor.mNewData != 3 * static_cast<long>(aState.iterations()) || lSensor.mEchoes.EchoCount() != ECHOES ||
