@@ -92,19 +92,6 @@ TEST(Connection, CommunicationErrorPacksBothCodes)
 
 // --- the request/answer discipline ---------------------------------------------------------------
 
-unsigned int CodeOf(const std::function<void()>& aCall)
-{
-  try {
-    aCall();
-  } catch (const std::exception& e) {
-    unsigned int lCode = 0;
-    PtExtractException(e, &lCode, nullptr);
-    return lCode;
-  }
-  ADD_FAILURE() << "no exception";
-  return 0;
-}
-
 TEST(ControlConnection, AnswerOutcomesDecideWhetherTheLinkSurvives)
 {
   struct Case {
@@ -138,7 +125,7 @@ TEST(ControlConnection, AnswerOutcomesDecideWhetherTheLinkSurvives)
       ASSERT_TRUE(lReader->Advance());
       EXPECT_EQ(lReader->Id(), 1);
     } else {
-      EXPECT_EQ(CodeOf([&] { lLink.ReadAnswer(); }), c.mCode);
+      EXPECT_EQ(PxTest::ErrorCode([&] { lLink.ReadAnswer(); }), c.mCode);
     }
     EXPECT_EQ(lLink.DisconnectCount(), c.mDisconnects ? 1 : 0);
     EXPECT_EQ(lLost.count(), c.mDisconnects ? 1 : 0);
@@ -155,7 +142,7 @@ TEST(ControlConnection, FailedWriteDisconnectsAndKeepsThePreviousState)
   PxTestTransport lLink;
   lLink.FailNextWrite();
   lLink.StartRequest(6);
-  EXPECT_EQ(CodeOf([&] { lLink.SendRequest(); }), 2u);
+  EXPECT_EQ(PxTest::ErrorCode([&] { lLink.SendRequest(); }), 2u);
   EXPECT_EQ(lLink.DisconnectCount(), 1);
   EXPECT_EQ(lLink.LastRequest(), PT_COMM_CFGSRV_REQUEST_INVALID);
 }

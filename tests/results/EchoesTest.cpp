@@ -80,7 +80,7 @@ TEST(ResultEchoes, DecodesEveryFieldOfTheEchoesAnswer)
   EXPECT_EQ(lNewData.count(), 3);
 
   // A field of another width than the record's: 1002.
-  EXPECT_EQ(CodeOf([&] { lEchoes.Answer(PxTestBytes().ElementHeader(4231, 1, 2).U16(3)); }), 1002u);
+  EXPECT_EQ(PxTest::ErrorCode([&] { lEchoes.Answer(PxTestBytes().ElementHeader(4231, 1, 2).U16(3)); }), 1002u);
   EXPECT_FALSE(lProvider.Updating());
 }
 

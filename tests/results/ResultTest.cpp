@@ -93,7 +93,7 @@ TEST(Result, ValueReadsTheDataTypeAndDividesByTheScale)
     if (c.mDataType == DT_UNSIGNED_32) {
       EXPECT_EQ(lResult.IntValue(1), c.mRawBits); // raw: the scale does not apply
     } else {
-      EXPECT_EQ(CodeOf([&] { lResult.IntValue(1); }), 65535u);
+      EXPECT_EQ(PxTest::ErrorCode([&] { lResult.IntValue(1); }), 65535u);
     }
   }
 }
@@ -182,7 +182,7 @@ TEST(Result, ReadsAnswerElementsWideningNarrowItems)
   EXPECT_EQ(lResult.IntValue(0), 0x1234u);
   EXPECT_EQ(lResult.IntValue(1), 0xFFFFu);
   // 8-byte items do not fit: 1002, and the result keeps its frame.
-  EXPECT_EQ(CodeOf([&] { lRead(PxTestBytes().ElementHeader(70, 1, 8).U64(5)); }), 1002u);
+  EXPECT_EQ(PxTest::ErrorCode([&] { lRead(PxTestBytes().ElementHeader(70, 1, 8).U64(5)); }), 1002u);
   EXPECT_EQ(lResult.Count(), 3u);
   EXPECT_EQ(lResult.IntValue(0), 0x1234u);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "PxTest.h"
+
 #include "PtException.h"
 #include "PxProtocolReader.h"
 #include "PxTestBytes.h"
@@ -24,18 +26,6 @@ inline PxProtocolReader& Answer(PxTestTransport& aTransport, const PxTestBytes& 
 }
 
 // The code of the exception aCall throws, or 0 (with a failure) when it throws none.
-inline unsigned int CodeOf(const std::function<void()>& aCall)
-{
-  try {
-    aCall();
-  } catch (const std::exception& e) {
-    unsigned int lCode = 0;
-    PtExtractException(e, &lCode, nullptr);
-    return lCode;
-  }
-  ADD_FAILURE() << "no exception";
-  return 0;
-}
 } // namespace ResultsTest
 
 namespace ResultsTest {

@@ -110,7 +110,7 @@ TEST(ResultState, DecodesTheStateAnswer)
   EXPECT_FLOAT_EQ(lState.Rate(), 9.5f);
 
   // A timestamp of the wrong size is a protocol error; no frame is announced and no update stays open.
-  EXPECT_EQ(CodeOf([&] {
+  EXPECT_EQ(PxTest::ErrorCode([&] {
               lProvider.ReadFromPtProtocol(Answer(lState.mTransport, PxTestBytes().ElementHeader(4176, 1, 2).U16(5)));
             }),
             1002u);

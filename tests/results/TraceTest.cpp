@@ -83,14 +83,14 @@ TEST(ResultTrace, StreamsTheTracesAnswerIntoTheSampleBuffer)
   EXPECT_EQ(Samples(lTraces.Trace(1)), (std::vector<PtU32>{1000, 1001, 1002, 1003, 1004}));
 
   // Samples of another length than announced: 1003, and no frame announced.
-  EXPECT_EQ(CodeOf([&] { lTraces.Answer(PxTestBytes().ElementHeader(3, 2, 8).Zeros(16)); }), 1003u);
+  EXPECT_EQ(PxTest::ErrorCode([&] { lTraces.Answer(PxTestBytes().ElementHeader(3, 2, 8).Zeros(16)); }), 1003u);
   EXPECT_EQ(lNewData.count(), 2);
   EXPECT_FALSE(lTraces.mProvider->Updating());
 
   // A length whose samples could never arrive in one answer is refused, not allocated (on a new
   // link: the one above is out of step and would be dropped).
   PxTestTransport lNewLink;
-  EXPECT_EQ(CodeOf([&] {
+  EXPECT_EQ(PxTest::ErrorCode([&] {
               lTraces.mProvider->ReadFromPtProtocol(
                   Answer(lNewLink, PxTestBytes().ElementHeader(419, 1, 4).U32(1u << 30)));
             }),

@@ -1,6 +1,10 @@
 #pragma once
 
+#include "PtException.h"
+
 #include <QString>
+#include <functional>
+#include <gtest/gtest.h>
 
 namespace PxTest
 {
@@ -11,4 +15,19 @@ constexpr int WAIT_MS = 10000;
 // A directory that exists for the whole test program and is removed at exit; settings written by
 // the code under test land in it instead of the user's real configuration.
 QString ScratchDir();
+
+// The code carried by the exception aCall throws ("code message"); a call that does not throw fails
+// the test and gives 0.
+inline unsigned int ErrorCode(const std::function<void()>& aCall)
+{
+  try {
+    aCall();
+  } catch (const std::exception& e) {
+    unsigned int lCode = 0;
+    PtExtractException(e, &lCode, nullptr);
+    return lCode;
+  }
+  ADD_FAILURE() << "no exception";
+  return 0;
+}
 } // namespace PxTest
