@@ -163,6 +163,10 @@ BENCHMARK(BM_MoveToRandomFrame)
 
 int main(int argc, char** argv)
 {
+  // The recorder's error path may show a message box; the benchmark needs no display for it.
+  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+  }
   QApplication lApp(argc, argv);
   QCoreApplication::setOrganizationName(QStringLiteral("ParvexBench"));
   QTemporaryDir lSettings;
