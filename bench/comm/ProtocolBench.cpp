@@ -3,6 +3,7 @@
 #include "PxControlConnection.h"
 #include "PxTestBytes.h"
 #include "PxBenchAllocations.h"
+#include "PxBenchPeers.h"
 #include "PxTestTransport.h"
 
 #include <QCoreApplication>
@@ -59,10 +60,18 @@ QByteArray EchoesAnswer()
   return PxTestBytes().AnswerHeader(2, 0, static_cast<std::uint32_t>(lBody.Size()), ECHOES_REQUEST).Bytes(lBody);
 }
 
-void Report(benchmark::State& aState, long aAllocationsBefore, size_t aBytes)
+// Runs aDecode once so the buffers reach their working size, then measures it, with the heap
+// allocations per answer once in steady state.
+template <class F> void MeasureDecode(benchmark::State& aState, F aDecode, const void* aOutput, size_t aBytes)
 {
+  aDecode();
+  const long lBefore = PxBenchAllocations();
+  for (auto _ : aState) {
+    aDecode();
+    benchmark::DoNotOptimize(aOutput);
+  }
   aState.counters["allocs_per_answer"] =
-    benchmark::Counter(static_cast<double>(PxBenchAllocations() - aAllocationsBefore) / static_cast<double>(aState.iterations()));
+    benchmark::Counter(static_cast<double>(PxBenchAllocations() - lBefore) / static_cast<double>(aState.iterations()));
   aState.SetBytesProcessed(static_cast<int64_t>(aState.iterations()) * static_cast<int64_t>(aBytes));
 }
 
@@ -85,25 +94,12 @@ void BM_TracesStreamed(benchmark::State& aState)
       }
     }
   };
-  lDecode(); // buffers reach their working size
-  const long lBefore = PxBenchAllocations();
-  for (auto _ : aState) {
-    lDecode();
-    benchmark::DoNotOptimize(lSamples.data());
-  }
-  Report(aState, lBefore, static_cast<size_t>(lAnswer.size()));
+  MeasureDecode(aState, lDecode, lSamples.data(), static_cast<size_t>(lAnswer.size()));
 }
 
 void BM_TracesMemcpy(benchmark::State& aState)
 {
-  const QByteArray lAnswer = TracesAnswer();
-  std::vector<char> lOut(static_cast<size_t>(lAnswer.size()));
-  for (auto _ : aState) {
-    std::memcpy(lOut.data(), lAnswer.constData(), lOut.size());
-    benchmark::DoNotOptimize(lOut.data());
-    benchmark::ClobberMemory();
-  }
-  aState.SetBytesProcessed(static_cast<int64_t>(aState.iterations()) * lAnswer.size());
+  PxBenchMemcpyPeer(aState, TracesAnswer());
 }
 
 void BM_EchoesScattered(benchmark::State& aState)
@@ -124,25 +120,12 @@ void BM_EchoesScattered(benchmark::State& aState)
       lReader.ReadElement(reinterpret_cast<PtByte*>(lEchoes.data()) + FIELD_OFFSET[f], ECHOES, FIELD_SIZE[f], sizeof(Echo));
     }
   };
-  lDecode();
-  const long lBefore = PxBenchAllocations();
-  for (auto _ : aState) {
-    lDecode();
-    benchmark::DoNotOptimize(lEchoes.data());
-  }
-  Report(aState, lBefore, static_cast<size_t>(lAnswer.size()));
+  MeasureDecode(aState, lDecode, lEchoes.data(), static_cast<size_t>(lAnswer.size()));
 }
 
 void BM_EchoesMemcpy(benchmark::State& aState)
 {
-  const QByteArray lAnswer = EchoesAnswer();
-  std::vector<char> lOut(static_cast<size_t>(lAnswer.size()));
-  for (auto _ : aState) {
-    std::memcpy(lOut.data(), lAnswer.constData(), lOut.size());
-    benchmark::DoNotOptimize(lOut.data());
-    benchmark::ClobberMemory();
-  }
-  aState.SetBytesProcessed(static_cast<int64_t>(aState.iterations()) * lAnswer.size());
+  PxBenchMemcpyPeer(aState, EchoesAnswer());
 }
 } // namespace
 

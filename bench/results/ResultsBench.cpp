@@ -10,6 +10,7 @@
 #include "PxResultTrace.h"
 #include "PxTestBytes.h"
 #include "PxBenchAllocations.h"
+#include "PxBenchPeers.h"
 #include "PxTestTransport.h"
 
 #include <QCoreApplication>
@@ -151,16 +152,9 @@ void BM_FullFrame(benchmark::State& aState)
 // The physical limit: copying the frame's bytes once, with no decoding at all.
 void BM_FullFrameMemcpy(benchmark::State& aState)
 {
-  const QByteArray lFrame = Frame();
-  std::vector<char> lOut(static_cast<size_t>(lFrame.size()));
-  for (auto _ : aState) {
-    std::memcpy(lOut.data(), lFrame.constData(), lOut.size());
-    benchmark::DoNotOptimize(lOut.data());
-    benchmark::ClobberMemory();
-  }
+  PxBenchMemcpyPeer(aState, Frame());
   aState.counters["frames_per_second"] =
       benchmark::Counter(static_cast<double>(aState.iterations()), benchmark::Counter::kIsRate);
-  aState.SetBytesProcessed(static_cast<int64_t>(aState.iterations()) * lFrame.size());
 }
 } // namespace
 
