@@ -95,14 +95,7 @@ BENCHMARK(BM_RawSequentialWrite)->Iterations(FRAMES_WRITTEN)->Unit(benchmark::kM
 
 QString RecordFile(const QString& aDirectory, PtU32 aFrames, int aChannels, PtU32 aSamples)
 {
-  PxRecorder::SetParameters(aChannels > 0 ? 37 : 33, aDirectory, 4095, 60);
-  SyntheticSensor lSource(aChannels, aSamples);
-  lSource.mSensor.CreateRecorder();
-  for (PtU32 n = 0; n < aFrames; ++n) {
-    lSource.PublishFrame(n);
-  }
-  lSource.mSensor.StopRecorder();
-  return RecordFiles(aDirectory).value(0);
+  return RecordSynthetic(aDirectory, aFrames, aChannels, aSamples, 4095);
 }
 
 void BM_ReadNext(benchmark::State& aState)

@@ -16,14 +16,7 @@ namespace {
 // Records aFrames synthetic frames of aChannels traces into aDirectory; returns the file.
 QString Record(const QString& aDirectory, PtU32 aFrames, int aChannels = 2, PtU32 aSamples = 8)
 {
-  PxRecorder::SetParameters(aChannels > 0 ? 37 : 33, aDirectory, 500, 60);
-  SyntheticSensor lSource(aChannels, aSamples);
-  lSource.mSensor.CreateRecorder();
-  for (PtU32 n = 0; n < aFrames; ++n) {
-    lSource.PublishFrame(n);
-  }
-  lSource.mSensor.StopRecorder();
-  return RecordFiles(aDirectory).value(0);
+  return RecordSynthetic(aDirectory, aFrames, aChannels, aSamples);
 }
 
 long Shown(PxRecordPlayer& aPlayer)

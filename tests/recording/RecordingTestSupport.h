@@ -3,6 +3,7 @@
 #include "PtDocumentReader.h"
 #include "PxProtocolReader.h"
 #include "PxRecordPlayer.h"
+#include "PxRecorder.h"
 #include "PxResultEchoes.h"
 #include "PxResultState.h"
 #include "PxResultTrace.h"
@@ -194,5 +195,20 @@ inline QStringList RecordFiles(const QString& aDirectory)
     lFiles << aDirectory + QLatin1Char('/') + lName;
   }
   return lFiles;
+}
+
+// Records aFrames synthetic frames of aChannels traces (raw traces on when there are any) into
+// aDirectory, files split at aMaxFileSizeMb; returns the first file.
+inline QString RecordSynthetic(const QString& aDirectory, PtU32 aFrames, int aChannels, PtU32 aSamples,
+                               unsigned int aMaxFileSizeMb = 500)
+{
+  PxRecorder::SetParameters(aChannels > 0 ? 37 : 33, aDirectory, aMaxFileSizeMb, 60);
+  SyntheticSensor lSource(aChannels, aSamples);
+  lSource.mSensor.CreateRecorder();
+  for (PtU32 n = 0; n < aFrames; ++n) {
+    lSource.PublishFrame(n);
+  }
+  lSource.mSensor.StopRecorder();
+  return RecordFiles(aDirectory).value(0);
 }
 } // namespace RecordingTest
