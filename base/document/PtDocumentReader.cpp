@@ -155,7 +155,15 @@ public:
     if (lTag == TAG_TRAILER && !mClosed) {
       return MainRecord::END; // a trailer followed by more bytes: what follows is not ours
     }
+    if (!mClosed && IsZero(lRecord, SECTION_HEADER_SIZE)) {
+      return MainRecord::END; // the zeros a writer extends its file with before the data reaches them
+    }
     Fail(ERROR_RECORD, aOffset);
+  }
+
+  static bool IsZero(const char* aData, size_t aSize)
+  {
+    return std::all_of(aData, aData + aSize, [](char c) { return c == 0; });
   }
 
   // Reads the record at aOffset inside a section whose content ends at aEnd.

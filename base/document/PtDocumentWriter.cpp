@@ -8,6 +8,9 @@
 #include <QCoreApplication>
 
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <unistd.h>
 #include <vector>
 
 using namespace PtDocumentFormat;
@@ -16,6 +19,13 @@ namespace {
 // Large enough that writing a frame costs one memcpy and a write every few dozen frames, small
 // enough to be irrelevant next to the application.
 constexpr size_t BUFFER_SIZE = 1u << 20;
+
+// A writer that hands every frame to the system on its own (Flush) keeps the file extended with
+// zeros this far ahead of its data. A small write that lengthens a file is several times dearer
+// than one that overwrites bytes already in the page cache (on ext4: a size update in the journal
+// and single pages instead of large folios), so the zeros are written in large steps and the
+// frames then land on them.
+constexpr PtU64 EXTEND_STEP = 256u << 10;
 
 // Copies aCount items of a fixed size with constant-size moves, which the compiler turns into
 // plain loads and stores: one field of every echo travels without a per-item memcpy call.
@@ -65,11 +75,97 @@ public:
     mFlushed += aSize;
   }
 
+  [[noreturn]] void PositionalWriteError(int aErrno)
+  {
+    PtThrow<std::runtime_error>(static_cast<unsigned int>(QFileDevice::WriteError),
+                                QCoreApplication::translate("PtDocumentWriter", "Cannot write %1: %2")
+                                    .arg(mFile.fileName(), QString::fromLocal8Bit(std::strerror(aErrno))));
+  }
+
+  // Writes beside QFile's own position, which stays at the end of the data.
+  bool WriteAt(const char* aData, PtU64 aSize, PtU64 aOffset, int* aErrno)
+  {
+    while (aSize > 0) {
+      const ssize_t lDone = ::pwrite(mFile.handle(), aData, static_cast<size_t>(aSize), static_cast<off_t>(aOffset));
+      if (lDone < 0 && errno == EINTR) {
+        continue;
+      }
+      if (lDone <= 0) {
+        *aErrno = lDone < 0 ? errno : ENOSPC;
+        return false;
+      }
+      aData += lDone;
+      aSize -= static_cast<PtU64>(lDone);
+      aOffset += static_cast<PtU64>(lDone);
+    }
+    return true;
+  }
+
+  // Makes sure zeros reach at least aEnd. When the disk (or the process's file size limit) will not
+  // take them, the file goes back to its data and is from then on written without reserve; the
+  // data write that follows then reports the real error if there is one.
+  void Reserve(PtU64 aEnd)
+  {
+    if (mReserved >= aEnd || mReserveFailed) {
+      return;
+    }
+    const PtU64 lStart = std::max(mReserved, mFlushed);
+    const PtU64 lTarget = (aEnd + EXTEND_STEP - 1) / EXTEND_STEP * EXTEND_STEP;
+    if (mZeros.empty()) {
+      mZeros.resize(EXTEND_STEP);
+    }
+    int lErrno = 0;
+    for (PtU64 lAt = lStart; lAt < lTarget; lAt += EXTEND_STEP) {
+      if (!WriteAt(mZeros.data(), std::min(EXTEND_STEP, lTarget - lAt), lAt, &lErrno)) {
+        mReserveFailed = true;
+        mReserved = mFlushed;
+        (void)::ftruncate(mFile.handle(), static_cast<off_t>(mFlushed));
+        return;
+      }
+    }
+    mReserved = lTarget;
+  }
+
   void Flush()
   {
     const size_t lUsed = mUsed;
     mUsed = 0; // a failed write must not be retried from the destructor
+    if (!mDurable || lUsed == 0) {
+      mEndedInBuffer.clear();
+      WriteToFile(mBuffer.data(), lUsed);
+      return;
+    }
+    // The file is extended with zeros beyond its data, so a write cut short (the process killed in
+    // the middle of it) does not end the file where it stopped: the rest reads as zeros. Main
+    // sections that ended in this buffer are therefore written as still open and get their length
+    // only once all their bytes are in the file; a reader takes an open section for the end of a
+    // cut document, never a section with zeros in it.
+    Reserve(mFlushed + lUsed);
+    const PtU64 lStart = mFlushed;
+    for (PendingLength& lPending : mEndedInBuffer) {
+      char* lField = mBuffer.data() + (lPending.mField - lStart);
+      lPending.mLength = Load64(lField);
+      Store64(lField, OPEN_LENGTH);
+    }
     WriteToFile(mBuffer.data(), lUsed);
+    for (const PendingLength& lPending : mEndedInBuffer) {
+      char lBytes[8];
+      Store64(lBytes, lPending.mLength);
+      int lErrno = 0;
+      if (!WriteAt(lBytes, sizeof lBytes, lPending.mField, &lErrno)) {
+        mEndedInBuffer.clear();
+        PositionalWriteError(lErrno);
+      }
+    }
+    mEndedInBuffer.clear();
+  }
+
+  // Gives the file back the zeros beyond its data.
+  void TrimReserve()
+  {
+    if (mReserved > mFlushed && ::ftruncate(mFile.handle(), static_cast<off_t>(mFlushed)) == 0) {
+      mReserved = mFlushed;
+    }
   }
 
   void Append(const void* aData, size_t aSize)
@@ -148,6 +244,9 @@ public:
 
   void MainSectionEnded(PtU64 aOffset, PtU32 aId, PtU32 aFlag)
   {
+    if (aOffset >= mFlushed) {
+      mEndedInBuffer.push_back({aOffset + SECTION_LENGTH_FIELD, 0});
+    }
     char lEntry[INDEX_ENTRY_SIZE];
     Store64(lEntry, aOffset);
     Store32(lEntry + 8, aId);
@@ -176,6 +275,12 @@ public:
     mLastChunk = lOffset;
   }
 
+  struct PendingLength
+  {
+    PtU64 mField;  // file offset of a main section's length field, still in the buffer
+    PtU64 mLength; // its value while the buffer is written
+  };
+
   QString mFileName;
   PtFile mFile;
   std::vector<char> mBuffer = std::vector<char>(BUFFER_SIZE);
@@ -186,6 +291,12 @@ public:
   PtU64 mLastChunk = 0;
   PtU64 mMainSectionCount = 0;
   bool mClosed = false;
+  // Set by the first Flush(): the owner wants every main section in the file as it ends.
+  bool mDurable = false;
+  PtU64 mReserved = 0; // the file's zeros reach this far
+  bool mReserveFailed = false;
+  std::vector<char> mZeros;
+  std::vector<PendingLength> mEndedInBuffer;
 };
 
 PtDocumentWriter::PtDocumentWriter(const QString& aFileName, PtU32 aDocumentType)
@@ -209,6 +320,7 @@ PtDocumentWriter::~PtDocumentWriter()
     } catch (const std::exception&) {
       // Nothing to report to: the writer's owner is being torn down. The file reads as cut.
     }
+    d->TrimReserve();
   }
 }
 
@@ -283,12 +395,14 @@ void PtDocumentWriter::EndLastSection()
   Store32(lTrailer + 4, Checksum(lTrailer + 8, 16));
   d->Append(lTrailer, sizeof lTrailer);
   d->Flush();
+  d->TrimReserve();
   d->mClosed = true;
   d->mFile.close();
 }
 
 void PtDocumentWriter::Flush()
 {
+  d->mDurable = true;
   d->Flush();
 }
 

@@ -53,7 +53,9 @@ public:
   void EndLastSection();
 
   // Hands everything buffered to the operating system. Whatever was written before a Flush survives
-  // the process being killed; the recorder calls it after every frame.
+  // the process being killed; the recorder calls it after every frame. From the first Flush on, the
+  // file is kept extended with zeros a little ahead of its data, which makes frame-sized writes much
+  // cheaper; closing or destroying the writer cuts them off (docs/document-format.md).
   void Flush();
 
   // Bytes of the document so far, buffered ones included. Costs nothing: the recorder asks before

@@ -249,36 +249,49 @@ TEST(DocumentFormat, FileCutAtAnyByteKeepsEveryCompleteMainSection)
 TEST(DocumentFormat, FileOfAWriterStoppedBetweenCallsOpens)
 {
   // Snapshots of the file on disk while the writer works, with sections large enough that their
-  // lengths are set in the file after their bytes have gone out.
-  const QString lFile = Path(QStringLiteral("live.doc"));
-  const QString lSnapshot = Path(QStringLiteral("snapshot.doc"));
-  std::vector<char> lLarge(700000, 'x');
-  size_t lEnded = 0;
-  PtDocumentWriter lWriter(lFile, 3);
-  auto lCheck = [&](const char* aStep) {
-    QFile::remove(lSnapshot);
-    ASSERT_TRUE(QFile::copy(lFile, lSnapshot));
-    PtDocumentReader lReader(lSnapshot);
-    const std::vector<QByteArray> lSections = DumpMainSections(lReader);
-    ASSERT_LE(lSections.size(), lEnded) << aStep;
-    for (const QByteArray& s : lSections) {
-      ASSERT_TRUE(s.startsWith("S 50")) << aStep << s.toStdString();
+  // lengths are set in the file after their bytes have gone out. A flushing writer (the recorder)
+  // keeps zeros ahead of its data: every section it flushed must read back, and nothing else.
+  for (const bool lFlushing : {false, true}) {
+    SCOPED_TRACE(lFlushing ? "flushing after every section" : "buffered");
+    const QString lFile = Path(QStringLiteral("live.doc"));
+    const QString lSnapshot = Path(QStringLiteral("snapshot.doc"));
+    std::vector<char> lLarge(700000, 'x');
+    size_t lEnded = 0;
+    PtDocumentWriter lWriter(lFile, 3);
+    auto lCheck = [&](const char* aStep, bool aAllFlushed) {
+      QFile::remove(lSnapshot);
+      ASSERT_TRUE(QFile::copy(lFile, lSnapshot));
+      PtDocumentReader lReader(lSnapshot);
+      const std::vector<QByteArray> lSections = DumpMainSections(lReader);
+      ASSERT_LE(lSections.size(), lEnded) << aStep;
+      if (aAllFlushed) {
+        ASSERT_EQ(lSections.size(), lEnded) << aStep;
+      }
+      for (const QByteArray& s : lSections) {
+        ASSERT_TRUE(s.startsWith("S 50")) << aStep << s.toStdString();
+      }
+    };
+    for (PtU32 i = 0; i < 6; ++i) {
+      lWriter.StartSection(500 + i);
+      lCheck("started", false);
+      lWriter.StartSection(1);
+      lWriter.AddElement(2, lLarge.data(), 1, PtU32(lLarge.size() / (i + 1)), 1);
+      lCheck("added", false);
+      lWriter.EndSection();
+      lWriter.EndSection();
+      ++lEnded;
+      lCheck("ended", false);
+      if (lFlushing) {
+        lWriter.Flush();
+        lCheck("flushed", true);
+      }
     }
-  };
-  for (PtU32 i = 0; i < 6; ++i) {
-    lWriter.StartSection(500 + i);
-    lCheck("started");
-    lWriter.StartSection(1);
-    lWriter.AddElement(2, lLarge.data(), 1, PtU32(lLarge.size() / (i + 1)), 1);
-    lCheck("added");
-    lWriter.EndSection();
-    lWriter.EndSection();
-    ++lEnded;
-    lCheck("ended");
+    lWriter.EndLastSection();
+    EXPECT_EQ(QFileInfo(lFile).size(), static_cast<qint64>(lWriter.FileSize())); // no zeros left behind
+    PtDocumentReader lReader(lFile);
+    EXPECT_TRUE(lReader.WasClosed());
+    EXPECT_EQ(DumpMainSections(lReader).size(), 6u);
   }
-  lWriter.EndLastSection();
-  PtDocumentReader lReader(lFile);
-  EXPECT_EQ(DumpMainSections(lReader).size(), 6u);
 }
 
 namespace {
