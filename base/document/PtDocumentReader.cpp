@@ -155,15 +155,13 @@ public:
     if (lTag == TAG_TRAILER && !mClosed) {
       return MainRecord::END; // a trailer followed by more bytes: what follows is not ours
     }
-    if (!mClosed && IsZero(lRecord, SECTION_HEADER_SIZE)) {
-      return MainRecord::END; // the zeros a writer extends its file with before the data reaches them
+    // A flushing writer keeps zeros ahead of its data and writes a main section's tag only once
+    // the rest of it is in the file: a tag still zero, or cut short, is where it stopped.
+    if (!mClosed && (lTag == 0 || lTag == (TAG_SECTION & 0xFFu) || lTag == (TAG_SECTION & 0xFFFFu) ||
+                     lTag == (TAG_SECTION & 0xFFFFFFu))) {
+      return MainRecord::END;
     }
     Fail(ERROR_RECORD, aOffset);
-  }
-
-  static bool IsZero(const char* aData, size_t aSize)
-  {
-    return std::all_of(aData, aData + aSize, [](char c) { return c == 0; });
   }
 
   // Reads the record at aOffset inside a section whose content ends at aEnd.

@@ -8,8 +8,10 @@
 #include <QCoreApplication>
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <cstring>
+#include <sys/mman.h>
 #include <unistd.h>
 #include <vector>
 
@@ -26,6 +28,11 @@ constexpr size_t BUFFER_SIZE = 1u << 20;
 // and single pages instead of large folios), so the zeros are written in large steps and the
 // frames then land on them.
 constexpr PtU64 EXTEND_STEP = 256u << 10;
+
+// The reserve is written through a shared mapping of this much of the file at a time: a frame is
+// then in the page cache (and survives the process) as soon as it is copied, without a system
+// call. A multiple of any page size.
+constexpr PtU64 MAP_WINDOW = 64u << 20;
 
 // Copies aCount items of a fixed size with constant-size moves, which the compiler turns into
 // plain loads and stores: one field of every echo travels without a per-item memcpy call.
@@ -69,6 +76,10 @@ public:
     if (aSize == 0) {
       return;
     }
+    if (mDurable) {
+      WriteDurably(aData, aSize);
+      return;
+    }
     if (mFile.write(aData, static_cast<qint64>(aSize)) != static_cast<qint64>(aSize)) {
       WriteError();
     }
@@ -82,7 +93,7 @@ public:
                                     .arg(mFile.fileName(), QString::fromLocal8Bit(std::strerror(aErrno))));
   }
 
-  // Writes beside QFile's own position, which stays at the end of the data.
+  // Writes beside QFile's own position, which a flushing writer no longer uses.
   bool WriteAt(const char* aData, PtU64 aSize, PtU64 aOffset, int* aErrno)
   {
     while (aSize > 0) {
@@ -99,6 +110,59 @@ public:
       aOffset += static_cast<PtU64>(lDone);
     }
     return true;
+  }
+
+  // Puts aSize bytes at aOffset: through the mapping when the range lies in the reserve, else with
+  // pwrite (a file system that cannot map, or a reserve the disk refused).
+  void Place(const char* aData, PtU64 aSize, PtU64 aOffset)
+  {
+    if (char* lAt = Mapped(aOffset, aSize)) {
+      std::memcpy(lAt, aData, static_cast<size_t>(aSize));
+      return;
+    }
+    int lErrno = 0;
+    if (!WriteAt(aData, aSize, aOffset, &lErrno)) {
+      PositionalWriteError(lErrno);
+    }
+  }
+
+  void WriteDurably(const char* aData, PtU64 aSize)
+  {
+    Reserve(mFlushed + aSize);
+    Place(aData, aSize, mFlushed);
+    mFlushed += aSize;
+  }
+
+  // The address of [aOffset, aOffset + aSize) in the mapping, or null when that range is not in the
+  // reserve (only reserved bytes are backed by the file; touching others would fault).
+  char* Mapped(PtU64 aOffset, PtU64 aSize)
+  {
+    if (mReserveFailed || mMapFailed || aOffset + aSize > mReserved) {
+      return nullptr;
+    }
+    if (!mMap || aOffset < mMapStart || aOffset + aSize > mMapStart + mMapSize) {
+      Unmap();
+      const PtU64 lStart = aOffset / MAP_WINDOW * MAP_WINDOW;
+      const PtU64 lSize = (aOffset + aSize - lStart + MAP_WINDOW - 1) / MAP_WINDOW * MAP_WINDOW;
+      void* lMap = ::mmap(nullptr, static_cast<size_t>(lSize), PROT_READ | PROT_WRITE, MAP_SHARED, mFile.handle(),
+                          static_cast<off_t>(lStart));
+      if (lMap == MAP_FAILED) {
+        mMapFailed = true;
+        return nullptr;
+      }
+      mMap = static_cast<char*>(lMap);
+      mMapStart = lStart;
+      mMapSize = lSize;
+    }
+    return mMap + (aOffset - mMapStart);
+  }
+
+  void Unmap()
+  {
+    if (mMap) {
+      ::munmap(mMap, static_cast<size_t>(mMapSize));
+      mMap = nullptr;
+    }
   }
 
   // Makes sure zeros reach at least aEnd. When the disk (or the process's file size limit) will not
@@ -118,6 +182,7 @@ public:
     for (PtU64 lAt = lStart; lAt < lTarget; lAt += EXTEND_STEP) {
       if (!WriteAt(mZeros.data(), std::min(EXTEND_STEP, lTarget - lAt), lAt, &lErrno)) {
         mReserveFailed = true;
+        Unmap();
         mReserved = mFlushed;
         (void)::ftruncate(mFile.handle(), static_cast<off_t>(mFlushed));
         return;
@@ -137,24 +202,23 @@ public:
     }
     // The file is extended with zeros beyond its data, so a write cut short (the process killed in
     // the middle of it) does not end the file where it stopped: the rest reads as zeros. Main
-    // sections that ended in this buffer are therefore written as still open and get their length
-    // only once all their bytes are in the file; a reader takes an open section for the end of a
-    // cut document, never a section with zeros in it.
-    Reserve(mFlushed + lUsed);
+    // sections that ended in this buffer therefore go out without their tag, which is put in once
+    // all their bytes are in the file; a reader stops at a missing or partial tag, never at a
+    // complete-looking section with zeros inside.
     const PtU64 lStart = mFlushed;
-    for (PendingLength& lPending : mEndedInBuffer) {
-      char* lField = mBuffer.data() + (lPending.mField - lStart);
-      lPending.mLength = Load64(lField);
-      Store64(lField, OPEN_LENGTH);
+    for (const PtU64 lSection : mEndedInBuffer) {
+      Store32(mBuffer.data() + (lSection - lStart), 0);
     }
     WriteToFile(mBuffer.data(), lUsed);
-    for (const PendingLength& lPending : mEndedInBuffer) {
-      char lBytes[8];
-      Store64(lBytes, lPending.mLength);
-      int lErrno = 0;
-      if (!WriteAt(lBytes, sizeof lBytes, lPending.mField, &lErrno)) {
+    std::atomic_thread_fence(std::memory_order_release); // the tags land after the bytes they vouch for
+    for (const PtU64 lSection : mEndedInBuffer) {
+      char lTag[4];
+      Store32(lTag, TAG_SECTION);
+      try {
+        Place(lTag, sizeof lTag, lSection);
+      } catch (...) {
         mEndedInBuffer.clear();
-        PositionalWriteError(lErrno);
+        throw;
       }
     }
     mEndedInBuffer.clear();
@@ -163,10 +227,16 @@ public:
   // Gives the file back the zeros beyond its data.
   void TrimReserve()
   {
+    Unmap();
     if (mReserved > mFlushed && ::ftruncate(mFile.handle(), static_cast<off_t>(mFlushed)) == 0) {
       mReserved = mFlushed;
     }
   }
+
+  // Room for aSize bytes at the end of the buffer, or null when it must go out first. Record
+  // headers are then stored in place: a frame has over a hundred of them, and a copy through a
+  // temporary costs a store-forwarding stall and a library call each.
+  char* Room(size_t aSize) { return aSize <= BUFFER_SIZE - mUsed ? mBuffer.data() + mUsed : nullptr; }
 
   void Append(const void* aData, size_t aSize)
   {
@@ -236,6 +306,10 @@ public:
     Flush();
     char lBytes[8];
     Store64(lBytes, aLength);
+    if (mDurable) {
+      Place(lBytes, sizeof lBytes, lField);
+      return;
+    }
     if (!mFile.seek(static_cast<qint64>(lField)) || mFile.write(lBytes, 8) != 8 ||
         !mFile.seek(static_cast<qint64>(mFlushed))) {
       WriteError();
@@ -245,7 +319,7 @@ public:
   void MainSectionEnded(PtU64 aOffset, PtU32 aId, PtU32 aFlag)
   {
     if (aOffset >= mFlushed) {
-      mEndedInBuffer.push_back({aOffset + SECTION_LENGTH_FIELD, 0});
+      mEndedInBuffer.push_back(aOffset);
     }
     char lEntry[INDEX_ENTRY_SIZE];
     Store64(lEntry, aOffset);
@@ -275,12 +349,6 @@ public:
     mLastChunk = lOffset;
   }
 
-  struct PendingLength
-  {
-    PtU64 mField;  // file offset of a main section's length field, still in the buffer
-    PtU64 mLength; // its value while the buffer is written
-  };
-
   QString mFileName;
   PtFile mFile;
   std::vector<char> mBuffer = std::vector<char>(BUFFER_SIZE);
@@ -296,7 +364,11 @@ public:
   PtU64 mReserved = 0; // the file's zeros reach this far
   bool mReserveFailed = false;
   std::vector<char> mZeros;
-  std::vector<PendingLength> mEndedInBuffer;
+  char* mMap = nullptr; // a window of the file, shared with the page cache
+  PtU64 mMapStart = 0;
+  PtU64 mMapSize = 0;
+  bool mMapFailed = false;
+  std::vector<PtU64> mEndedInBuffer; // main sections that ended while their header was buffered
 };
 
 PtDocumentWriter::PtDocumentWriter(const QString& aFileName, PtU32 aDocumentType)
@@ -328,14 +400,23 @@ void PtDocumentWriter::StartSection(PtU32 aId, PtU32 aVersion, PtU32 aFlag)
 {
   PT_ASSERT(!d->mClosed);
   PT_ASSERT(d->mOpen.size() < MAX_DEPTH);
-  char lRecord[SECTION_HEADER_SIZE];
-  Store32(lRecord, TAG_SECTION);
-  Store32(lRecord + 4, aId);
-  Store32(lRecord + 8, aVersion);
-  Store32(lRecord + 12, aFlag);
-  Store64(lRecord + SECTION_LENGTH_FIELD, OPEN_LENGTH);
-  d->mOpen.push_back({d->Size(), aId, aFlag});
-  d->Append(lRecord, sizeof lRecord);
+  Private::OpenSection& lOpen = d->mOpen.emplace_back();
+  lOpen.mOffset = d->Size();
+  lOpen.mId = aId;
+  lOpen.mFlag = aFlag;
+  char lSpare[SECTION_HEADER_SIZE];
+  char* lRecord = d->Room(sizeof lSpare);
+  char* lAt = lRecord ? lRecord : lSpare;
+  Store32(lAt, TAG_SECTION);
+  Store32(lAt + 4, aId);
+  Store32(lAt + 8, aVersion);
+  Store32(lAt + 12, aFlag);
+  Store64(lAt + SECTION_LENGTH_FIELD, OPEN_LENGTH);
+  if (lRecord) {
+    d->mUsed += sizeof lSpare;
+  } else {
+    d->Append(lSpare, sizeof lSpare);
+  }
 }
 
 void PtDocumentWriter::AddElement(PtU32 aId, const void* aData, PtU32 aUnitSize, PtU32 aCount, size_t aStride)
@@ -345,6 +426,30 @@ void PtDocumentWriter::AddElement(PtU32 aId, const void* aData, PtU32 aUnitSize,
   PT_ASSERT(aStride >= aUnitSize);
   PT_ASSERT(aUnitSize > 0 || aCount == 0);
   PT_ASSERT(aData != nullptr || aCount == 0);
+  const bool lBlock = aStride == aUnitSize || aCount == 1;
+  const size_t lBytes = static_cast<size_t>(aUnitSize) * aCount;
+  // Small elements (a channel number, a length) are most of a frame's elements: one check, the
+  // header stored in place and the item moved with a single load and store.
+  if (char* lRecord = lBlock && lBytes <= 8 ? d->Room(ELEMENT_HEADER_SIZE + lBytes) : nullptr) {
+    Store32(lRecord, TAG_ELEMENT);
+    Store32(lRecord + 4, aId);
+    Store32(lRecord + 8, aUnitSize);
+    Store32(lRecord + 12, aCount);
+    switch (lBytes) {
+    case 4:
+      std::memcpy(lRecord + ELEMENT_HEADER_SIZE, aData, 4);
+      break;
+    case 8:
+      std::memcpy(lRecord + ELEMENT_HEADER_SIZE, aData, 8);
+      break;
+    default:
+      if (lBytes > 0) {
+        std::memcpy(lRecord + ELEMENT_HEADER_SIZE, aData, lBytes);
+      }
+    }
+    d->mUsed += ELEMENT_HEADER_SIZE + lBytes;
+    return;
+  }
   char lRecord[ELEMENT_HEADER_SIZE];
   Store32(lRecord, TAG_ELEMENT);
   Store32(lRecord + 4, aId);
@@ -354,8 +459,8 @@ void PtDocumentWriter::AddElement(PtU32 aId, const void* aData, PtU32 aUnitSize,
   if (aCount == 0) {
     return;
   }
-  if (aStride == aUnitSize || aCount == 1) {
-    d->Append(aData, static_cast<size_t>(aUnitSize) * aCount);
+  if (lBlock) {
+    d->Append(aData, lBytes);
   } else {
     d->AppendGather(static_cast<const char*>(aData), aUnitSize, aCount, aStride);
   }

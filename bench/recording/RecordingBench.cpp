@@ -1,6 +1,7 @@
 // Recording and replay of full frames (state, echoes, 16 traces of 512 samples):
-// - writing frames against a raw sequential write of the same bytes (the disk's limit); at a
-//   sensor's 100 Hz the recorder must cost under 5 % of one core;
+// - writing frames against a raw sequential write of the same bytes (the disk's limit), and
+//   against the same bytes written naively one write() per frame; at a sensor's 100 Hz the
+//   recorder must cost under 5 % of one core;
 // - ReadNext in frames per second (the replay form steps at up to 5 000 frames/s);
 // - MoveTo a random frame of a 360 000-frame record (an hour at 100 Hz): median and 99th percentile;
 // - the player's heap after opening and jumping through a record ten times smaller and the large one.
@@ -92,6 +93,25 @@ void BM_RawSequentialWrite(benchmark::State& aState)
       benchmark::Counter(static_cast<double>(aState.iterations()), benchmark::Counter::kIsRate);
 }
 BENCHMARK(BM_RawSequentialWrite)->Iterations(FRAMES_WRITTEN)->Unit(benchmark::kMicrosecond)->UseRealTime();
+
+// What any writer that hands each frame to the system as it completes pays at the least, done
+// naively: one write() per frame onto the end of the file.
+void BM_RawWriteEachFrame(benchmark::State& aState)
+{
+  static const PtU64 sFrame = FrameBytes();
+  QTemporaryDir lDir;
+  QFile lFile(lDir.path() + QStringLiteral("/raw"));
+  lFile.open(QIODevice::WriteOnly | QIODevice::Unbuffered);
+  std::vector<char> lFrame(sFrame, 'x');
+  for (auto _ : aState) {
+    lFile.write(lFrame.data(), static_cast<qint64>(lFrame.size()));
+  }
+  lFile.close();
+  aState.SetBytesProcessed(static_cast<int64_t>(sFrame * aState.iterations()));
+  aState.counters["frames_per_s"] =
+      benchmark::Counter(static_cast<double>(aState.iterations()), benchmark::Counter::kIsRate);
+}
+BENCHMARK(BM_RawWriteEachFrame)->Iterations(FRAMES_WRITTEN)->Unit(benchmark::kMicrosecond)->UseRealTime();
 
 QString RecordFile(const QString& aDirectory, PtU32 aFrames, int aChannels, PtU32 aSamples)
 {

@@ -368,6 +368,34 @@ TEST(DocumentFormat, DamagedFilesEndInAFormatErrorWithItsCode)
   EXPECT_THROW(PtDocumentReader(Path(QStringLiteral("absent.doc"))), std::runtime_error);
 }
 
+TEST(DocumentFormat, WriteCutShortOntoReservedZerosEndsTheDocument)
+{
+  // A flushing writer keeps zeros beyond its data and puts a main section's tag in last; a kill
+  // leaves any prefix of a write over those zeros. The sections before it read back, nothing else.
+  const QByteArray lGood = FileHeader() + Section(500, Element(1, 4, 1, "abcd"));
+  const QByteArray lZeros(4096, '\0');
+  const QByteArray lNext = Section(501, Element(1, 4, 1, "efgh"));
+  const struct
+  {
+    const char* mName;
+    QByteArray mBytes;
+  } lCases[] = {
+      {"zeros after the last section", lGood + lZeros},
+      {"fewer zeros than a header", lGood + QByteArray(10, '\0')},
+      {"next section written, its tag not yet", lGood + QByteArray(4, '\0') + lNext.mid(4) + lZeros},
+      {"tag cut after two bytes", lGood + lNext.left(2) + QByteArray(2, '\0') + lNext.mid(4) + lZeros},
+      {"next section cut short inside its data", lGood + QByteArray(4, '\0') + lNext.mid(4, 30) + lZeros},
+  };
+  for (const auto& c : lCases) {
+    SCOPED_TRACE(c.mName);
+    const QString lFile = Path(QStringLiteral("reserve.ptl"));
+    WriteAll(lFile, c.mBytes);
+    PtDocumentReader lReader(lFile);
+    ASSERT_EQ(DumpMainSections(lReader).size(), 1u);
+    EXPECT_EQ(ReadEverything(lFile), 0u);
+  }
+}
+
 TEST(DocumentFormat, RandomDamageNeverCrashes)
 {
   // Bytes flipped, zeroed or set to all-ones all over a record file: every outcome is a read
