@@ -50,6 +50,14 @@ struct MainSection
   PtU32 mFlag;
 };
 
+MainSection DecodeEntry(const char* aEntry)
+{
+  return {Load64(aEntry), Load32(aEntry + 8), Load32(aEntry + 12)};
+}
+
+// Bytes of an index chunk that lists INDEX_CHUNK_ENTRIES main sections: every chunk but the last.
+constexpr PtU64 FULL_CHUNK_SIZE = INDEX_HEADER_SIZE + INDEX_CHUNK_ENTRIES * INDEX_ENTRY_SIZE;
+
 enum class Kind { NONE, SECTION, ELEMENT };
 } // namespace
 
@@ -100,6 +108,16 @@ public:
       ReadAt(aOffset, aBuffer, aSize);
     } else {
       std::memcpy(aBuffer, Peek(aOffset, static_cast<size_t>(aSize)), aSize);
+    }
+  }
+
+  // Reads bytes used once (index chunks) without replacing the window the cursor reads from.
+  void ReadAside(PtU64 aOffset, char* aBuffer, PtU64 aSize)
+  {
+    if (aOffset >= mWindowStart && aOffset + aSize <= mWindowStart + mWindowUsed) {
+      std::memcpy(aBuffer, mWindow.data() + (aOffset - mWindowStart), aSize);
+    } else {
+      ReadAt(aOffset, aBuffer, aSize);
     }
   }
 
@@ -250,7 +268,7 @@ public:
         break;
       }
       const size_t lIndex = mMain == PT_ALL ? 0 : mMain + 1;
-      if (mListBuilt && (lIndex >= mList.size() || mList[lIndex].mOffset != mPosition)) {
+      if (mListBuilt && (lIndex >= MainCount() || Entry(lIndex).mOffset != mPosition)) {
         Fail(ERROR_INDEX, mPosition);
       }
       SetSection(mPosition, lHeader.mId, lHeader.mVersion, lHeader.mFlag, lHeader.mSize - SECTION_HEADER_SIZE);
@@ -259,55 +277,127 @@ public:
     }
   }
 
+  size_t MainCount() const { return mChunked + mTail.size(); }
+
+  // Main section aIndex (< MainCount()). Walking forwards or backwards stays inside the loaded
+  // chunk for 4096 sections; any other index costs one chunk read.
+  MainSection Entry(size_t aIndex)
+  {
+    if (aIndex >= mChunked) {
+      return mTail[aIndex - mChunked];
+    }
+    const size_t lChunk = aIndex / INDEX_CHUNK_ENTRIES;
+    if (lChunk != mLoadedChunk) {
+      LoadChunk(lChunk);
+    }
+    return DecodeEntry(mChunk.data() + INDEX_HEADER_SIZE + (aIndex % INDEX_CHUNK_ENTRIES) * INDEX_ENTRY_SIZE);
+  }
+
+  // Exactly: growing by the vector's own steps would keep up to twice a chunk.
+  void SizeChunkBuffer(size_t aSize)
+  {
+    mChunk.reserve(aSize);
+    mChunk.resize(aSize);
+  }
+
+  // Reads chunk aChunk of the directory and checks what can be checked without the sections: it
+  // is the chunk the chain promised, its checksum holds, and its offsets increase between the end
+  // of the chunk before and this chunk. That keeps the cursor inside the main-section area
+  // whatever a crafted entry says; Advance() then checks that a section starts where it points.
+  void LoadChunk(size_t aChunk)
+  {
+    mLoadedChunk = PT_ALL; // until the new one has passed
+    const PtU64 lChunk = mChunks[aChunk];
+    const PtU64 lPrevious = aChunk == 0 ? 0 : mChunks[aChunk - 1];
+    const size_t lCount = aChunk + 1 < mChunks.size() ? INDEX_CHUNK_ENTRIES : mChunked - aChunk * INDEX_CHUNK_ENTRIES;
+    // The directory holds chunks whose header and size were checked against the file.
+    SizeChunkBuffer(INDEX_HEADER_SIZE + lCount * INDEX_ENTRY_SIZE);
+    ReadAside(lChunk, mChunk.data(), mChunk.size());
+    const char* lEntries = mChunk.data() + INDEX_HEADER_SIZE;
+    if (Load32(mChunk.data()) != TAG_INDEX || Load32(mChunk.data() + 4) != lCount ||
+        Load64(mChunk.data() + 8) != lPrevious ||
+        Checksum(lEntries, lCount * INDEX_ENTRY_SIZE, lPrevious ^ lCount) != Load32(mChunk.data() + 16)) {
+      Fail(ERROR_INDEX, lChunk);
+    }
+    PtU64 lFloor = aChunk == 0 ? FILE_HEADER_SIZE : lPrevious + FULL_CHUNK_SIZE;
+    for (size_t i = 0; i < lCount; ++i) {
+      const PtU64 lOffset = Load64(lEntries + i * INDEX_ENTRY_SIZE);
+      if (lOffset < lFloor || lOffset > lChunk || lChunk - lOffset < SECTION_HEADER_SIZE) {
+        Fail(ERROR_INDEX, lChunk);
+      }
+      lFloor = lOffset + SECTION_HEADER_SIZE;
+    }
+    mLoadedChunk = aChunk;
+  }
+
+  // Only the chunk headers are read, walking the chain back from the trailer: the directory costs
+  // 8 bytes per 4096 main sections, and a chunk's entries are read when a section it lists is
+  // first asked for.
   void BuildFromIndex()
   {
-    // mMainCount was checked against the file size when the trailer was read.
-    std::vector<MainSection> lList(static_cast<size_t>(mIndexedCount));
-    std::vector<char> lEntries;
-    size_t lFilled = lList.size();
+    // mIndexedCount was checked against the file size when the trailer was read.
+    const size_t lCount = static_cast<size_t>(mIndexedCount);
+    std::vector<PtU64> lChunks((lCount + INDEX_CHUNK_ENTRIES - 1) / INDEX_CHUNK_ENTRIES);
     PtU64 lChunk = mLastChunk;
-    while (lChunk != 0) {
-      if (lChunk < FILE_HEADER_SIZE || lChunk + INDEX_HEADER_SIZE > mDataEnd) {
+    for (size_t c = lChunks.size(); c-- > 0;) {
+      // The writer fills every chunk but the last, so chunk c lists main sections from 4096c on.
+      const PtU64 lEntries = c + 1 < lChunks.size() ? INDEX_CHUNK_ENTRIES : lCount - c * INDEX_CHUNK_ENTRIES;
+      if (lChunk < FILE_HEADER_SIZE || lChunk > mDataEnd ||
+          INDEX_HEADER_SIZE + lEntries * INDEX_ENTRY_SIZE > mDataEnd - lChunk) {
         Fail(ERROR_INDEX, lChunk);
       }
       const char* lHeader = Peek(lChunk, INDEX_HEADER_SIZE, INDEX_HEADER_SIZE);
-      const PtU32 lCount = Load32(lHeader + 4);
       const PtU64 lPrevious = Load64(lHeader + 8);
-      const PtU32 lChecksum = Load32(lHeader + 16);
-      if (Load32(lHeader) != TAG_INDEX || lCount > lFilled || lPrevious >= lChunk ||
-          PtU64(lCount) * INDEX_ENTRY_SIZE > mDataEnd - lChunk - INDEX_HEADER_SIZE) {
+      const bool lChained = c == 0 ? lPrevious == 0 : lPrevious < lChunk && lChunk - lPrevious >= FULL_CHUNK_SIZE;
+      if (Load32(lHeader) != TAG_INDEX || Load32(lHeader + 4) != lEntries || !lChained) {
         Fail(ERROR_INDEX, lChunk);
       }
-      lEntries.resize(size_t(lCount) * INDEX_ENTRY_SIZE);
-      ReadBytes(lChunk + INDEX_HEADER_SIZE, lEntries.data(), lEntries.size());
-      if (Checksum(lEntries.data(), lEntries.size(), lPrevious ^ lCount) != lChecksum) {
-        Fail(ERROR_INDEX, lChunk);
-      }
-      lFilled -= lCount;
-      for (PtU32 i = 0; i < lCount; ++i) {
-        const char* lEntry = lEntries.data() + size_t(i) * INDEX_ENTRY_SIZE;
-        lList[lFilled + i] = {Load64(lEntry), Load32(lEntry + 8), Load32(lEntry + 12)};
-      }
+      lChunks[c] = lChunk;
       lChunk = lPrevious;
     }
-    if (lFilled != 0) {
-      Fail(ERROR_INDEX, mLastChunk);
-    }
-    PtU64 lPrevious = FILE_HEADER_SIZE;
-    for (size_t i = 0; i < lList.size(); ++i) {
-      const PtU64 lOffset = lList[i].mOffset;
-      if (lOffset < lPrevious || lOffset + SECTION_HEADER_SIZE > mDataEnd) {
-        Fail(ERROR_INDEX, lOffset);
-      }
-      lPrevious = lOffset + SECTION_HEADER_SIZE;
-    }
-    mList.swap(lList);
+    mChunks.swap(lChunks);
+    mChunked = lCount;
     mListEnd = mDataEnd;
   }
 
+  // Whether the index chunk at aOffset lists exactly aSections, the main sections met since the
+  // chunk at aPrevious (0: since the start), as our writer leaves it.
+  bool ChunkLists(PtU64 aOffset, PtU64 aPrevious, const std::vector<MainSection>& aSections)
+  {
+    const char* lHeader = Peek(aOffset, INDEX_HEADER_SIZE);
+    const size_t lCount = Load32(lHeader + 4);
+    const PtU32 lChecksum = Load32(lHeader + 16);
+    if (lCount == 0 || lCount > INDEX_CHUNK_ENTRIES || lCount != aSections.size() || Load64(lHeader + 8) != aPrevious) {
+      return false;
+    }
+    // ReadMainRecord found the whole chunk inside the file.
+    SizeChunkBuffer(INDEX_HEADER_SIZE + lCount * INDEX_ENTRY_SIZE);
+    ReadBytes(aOffset, mChunk.data(), mChunk.size());
+    const char* lEntries = mChunk.data() + INDEX_HEADER_SIZE;
+    if (Checksum(lEntries, lCount * INDEX_ENTRY_SIZE, aPrevious ^ lCount) != lChecksum) {
+      return false;
+    }
+    for (size_t i = 0; i < lCount; ++i) {
+      const MainSection lEntry = DecodeEntry(lEntries + i * INDEX_ENTRY_SIZE);
+      const MainSection& lSeen = aSections[i];
+      if (lEntry.mOffset != lSeen.mOffset || lEntry.mId != lSeen.mId || lEntry.mFlag != lSeen.mFlag) {
+        return false;
+      }
+    }
+    return true;
+  }
+
+  // Hops from record to record to find where the file was cut. Sections are listed as they are
+  // met; an index chunk that lists exactly the sections met since the chunk before takes them
+  // over, so only those after the last chunk stay in memory (at most 4096 with our writer). From a
+  // missing or mismatching chunk on (a crafted file: our writer writes one every 4096 sections)
+  // every section stays listed in memory, 16 bytes per section of at least 24: less than the file.
   void BuildByScan()
   {
-    std::vector<MainSection> lList;
+    std::vector<PtU64> lChunks;
+    size_t lChunked = 0;
+    std::vector<MainSection> lTail;
+    bool lChunksFit = true; // every chunk taken so far listed 4096 sections
     PtU64 lPosition = FILE_HEADER_SIZE;
     for (;;) {
       MainHeader lHeader;
@@ -317,7 +407,14 @@ public:
         break;
       }
       if (lRecord == MainRecord::SECTION) {
-        lList.push_back({lPosition, lHeader.mId, lHeader.mFlag});
+        lTail.push_back({lPosition, lHeader.mId, lHeader.mFlag});
+      } else if (lChunksFit && ChunkLists(lPosition, lChunks.empty() ? 0 : lChunks.back(), lTail)) {
+        lChunks.push_back(lPosition);
+        lChunked += lTail.size();
+        lChunksFit = lTail.size() == INDEX_CHUNK_ENTRIES;
+        lTail.clear();
+      } else {
+        lChunksFit = false;
       }
       lPosition += lHeader.mSize;
     }
@@ -325,7 +422,10 @@ public:
       qCDebug(lcDocument) << mFileName << "ends in an incomplete section at" << lPosition << "of" << mFileSize
                           << "bytes; the document is read up to there";
     }
-    mList.swap(lList);
+    lTail.shrink_to_fit(); // it held up to 4096 sections between chunks
+    mChunks.swap(lChunks);
+    mChunked = lChunked;
+    mTail.swap(lTail);
     mListEnd = std::max<PtU64>(lPosition, FILE_HEADER_SIZE);
   }
 
@@ -339,6 +439,7 @@ public:
     } else {
       BuildByScan();
     }
+    mLoadedChunk = PT_ALL; // the scan used the chunk buffer to read the chunks it met
     mListBuilt = true;
   }
 
@@ -420,8 +521,15 @@ public:
   PtU64 mItemEnd = 0;    // end of the current element or section
   size_t mMain = PT_ALL;
 
+  // Main-section list. Index chunk c lists main sections 4096c to 4096c + 4095; the list keeps
+  // where the chunks are and the entries of one of them, so that its memory does not grow with
+  // the file. A cut document lists the sections after its last chunk in mTail.
   bool mListBuilt = false;
-  std::vector<MainSection> mList;
+  std::vector<PtU64> mChunks;     // offset of every chunk, in file order
+  size_t mChunked = 0;            // main sections listed by mChunks
+  std::vector<MainSection> mTail; // main sections mChunked and up
+  size_t mLoadedChunk = PT_ALL;
+  std::vector<char> mChunk;          // header and entries of chunk mLoadedChunk
   PtU64 mListEnd = FILE_HEADER_SIZE; // where the main area ends: trailer or cut
 };
 
@@ -572,7 +680,7 @@ void PtDocumentReader::BuildMainSectionList()
 size_t PtDocumentReader::MainSectionCount()
 {
   d->BuildList();
-  return d->mList.size();
+  return d->MainCount();
 }
 
 size_t PtDocumentReader::CurrentMainSection() const
@@ -583,12 +691,14 @@ size_t PtDocumentReader::CurrentMainSection() const
 bool PtDocumentReader::MoveTo(size_t aIndex)
 {
   d->BuildList();
-  if (aIndex > d->mList.size()) {
+  const size_t lCount = d->MainCount();
+  if (aIndex > lCount) {
     return false;
   }
+  const PtU64 lPosition = aIndex < lCount ? d->Entry(aIndex).mOffset : d->mListEnd; // before moving: may throw
   d->mEnds.clear();
   d->ClearItem();
-  d->mPosition = aIndex < d->mList.size() ? d->mList[aIndex].mOffset : d->mListEnd;
+  d->mPosition = lPosition;
   d->mMain = aIndex == 0 ? PT_ALL : aIndex - 1;
   return true;
 }
@@ -596,7 +706,7 @@ bool PtDocumentReader::MoveTo(size_t aIndex)
 bool PtDocumentReader::IsIndexSection(size_t aIndex)
 {
   d->BuildList();
-  return aIndex < d->mList.size() && d->mList[aIndex].mFlag != 0;
+  return aIndex < d->MainCount() && d->Entry(aIndex).mFlag != 0;
 }
 
 bool PtDocumentReader::IsIndexSection() const
@@ -608,30 +718,21 @@ bool PtDocumentReader::IsIndexSection() const
   if (d->mEnds.empty() && d->mKind == Kind::SECTION) {
     return d->mFlag != 0;
   }
-  return d->mListBuilt && d->mMain < d->mList.size() && d->mList[d->mMain].mFlag != 0;
+  // Advance() and MoveTo() have just looked this entry up: it is in the loaded chunk, except after
+  // MoveTo() to the first section of a chunk.
+  return d->mListBuilt && d->mMain < d->MainCount() && d->Entry(d->mMain).mFlag != 0;
 }
 
 bool PtDocumentReader::Extract(size_t aLeading, size_t aFirst, size_t aLast, const QString& aFileName)
 {
   d->BuildList();
-  const size_t lCount = d->mList.size();
+  const size_t lCount = d->MainCount();
   if (!(aLeading <= aFirst && aFirst <= aLast && aLast < lCount)) {
     return false;
   }
   if (QFileInfo(aFileName).absoluteFilePath() == QFileInfo(d->mFileName).absoluteFilePath()) {
     PtInvalidArgument(QStringLiteral("aFileName"), aFileName, 1); // would truncate what we copy
   }
-  std::vector<size_t> lSections;
-  for (size_t i = 0; i < aLeading; ++i) {
-    lSections.push_back(i);
-  }
-  for (size_t i = aFirst; i <= aLast; ++i) {
-    lSections.push_back(i);
-  }
-  if (aLast + 1 < lCount) {
-    lSections.push_back(lCount - 1);
-  }
-
   // Sections are copied through one large block: small frames then cost a memcpy each, and a
   // section larger than the block streams through it.
   std::vector<char> lBlock(COPY_BLOCK_SIZE);
@@ -648,8 +749,8 @@ bool PtDocumentReader::Extract(size_t aLeading, size_t aFirst, size_t aLast, con
   };
   try {
     PtDocumentWriter lWriter(aFileName, d->mType);
-    for (size_t lIndex : lSections) {
-      const PtU64 lStart = d->mList[lIndex].mOffset; // at most lLimit - 24 (checked when listed)
+    auto lCopy = [&](size_t aIndex) {
+      const PtU64 lStart = d->Entry(aIndex).mOffset; // at most lLimit - 24 (checked when listed or loaded)
       const char* lRecord = lLoad(lStart);
       const PtU64 lLength = Load64(lRecord + SECTION_LENGTH_FIELD);
       if (Load32(lRecord) != TAG_SECTION || lLength > lLimit - lStart - SECTION_HEADER_SIZE) {
@@ -672,6 +773,15 @@ bool PtDocumentReader::Extract(size_t aLeading, size_t aFirst, size_t aLast, con
         lDone += lPart;
       }
       lWriter.CopiedMainSection(lOffset, lId, lFlag);
+    };
+    for (size_t i = 0; i < aLeading; ++i) {
+      lCopy(i);
+    }
+    for (size_t i = aFirst; i <= aLast; ++i) {
+      lCopy(i);
+    }
+    if (aLast + 1 < lCount) {
+      lCopy(lCount - 1);
     }
     lWriter.EndLastSection();
   } catch (...) {

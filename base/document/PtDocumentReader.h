@@ -75,7 +75,10 @@ public:
 
   // Main sections are the sections at the top level, numbered from 0 in file order.
   // BuildMainSectionList() finds them all: from the index of a closed document, or by walking the
-  // section records of a cut one. The calls below build the list themselves when needed.
+  // section records of a cut one. The calls below build the list themselves when needed. The list
+  // holds one chunk of the file's index (4096 main sections) at a time, whatever the file's
+  // length: the calls that take a main-section number read another chunk when the number is
+  // outside it, and a damaged chunk then throws format error 27.
   void BuildMainSectionList();
   size_t MainSectionCount();
   // The main section the cursor is in or last left; PT_ALL before the first one.
@@ -85,7 +88,7 @@ public:
   // aIndex may equal MainSectionCount() (the end). False, and nothing moved, beyond that.
   bool MoveTo(size_t aIndex);
   // Whether main section aIndex (or the current one) was started with a non-zero flag. False for
-  // an index out of range.
+  // an index out of range. Both may read a chunk of the index (see above).
   bool IsIndexSection(size_t aIndex);
   bool IsIndexSection() const;
 

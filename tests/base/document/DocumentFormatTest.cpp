@@ -1,5 +1,6 @@
 // Element round trips, files cut by a killed writer, and damaged or hostile files.
 #include "DocumentTestSupport.h"
+#include "PtDocumentFormat_p.h"
 #include "PtException.h"
 #include "PxTest.h"
 
@@ -33,6 +34,9 @@ unsigned int ReadEverything(const QString& aFile)
     Dump(lReader);
     lReader.BuildMainSectionList();
     const size_t lCount = lReader.MainSectionCount();
+    if (lCount > 0) {
+      lReader.Extract(0, 0, lCount - 1, Path(QStringLiteral("everything.doc")));
+    }
     for (size_t i = 0; i < lCount; i += 1 + lCount / 4) {
       lReader.MoveTo(i);
       Dump(lReader);
@@ -175,28 +179,32 @@ TEST(DocumentFormat, WriterReportsFileErrorsWithTheFileName)
 
 TEST(DocumentFormat, ManyMainSectionsListFromIndexOrByScanAlike)
 {
-  // More main sections than one index chunk holds, alternating index flags.
+  // More main sections than two index chunks hold, alternating index flags.
   const QString lFile = Path(QStringLiteral("many.doc"));
+  const QString lKilled = Path(QStringLiteral("many-killed.doc"));
   const PtU32 lSections = 10000;
-  {
-    PtDocumentWriter lWriter(lFile, 9);
+  for (const QString& lName : {lFile, lKilled}) {
+    PtDocumentWriter lWriter(lName, 9);
     for (PtU32 i = 0; i < lSections; ++i) {
       lWriter.StartSection(100 + i % 3, 0, i % 2);
       lWriter.AddElement(1, &i, 4, 1, 4);
       lWriter.EndSection();
     }
-    lWriter.EndLastSection();
-    EXPECT_EQ(lWriter.FileSize(), PtU64(QFileInfo(lFile).size()));
+    if (lName == lFile) {
+      lWriter.EndLastSection();
+      EXPECT_EQ(lWriter.FileSize(), PtU64(QFileInfo(lFile).size()));
+    } // else sections follow the last chunk, as a recorder killed mid-file leaves them
   }
   const QString lCut = Path(QStringLiteral("many-cut.doc"));
   WriteAll(lCut, ReadAll(lFile).chopped(1)); // no trailer: the list is rebuilt by walking the file
-  for (const QString& lName : {lFile, lCut}) {
+  for (const QString& lName : {lFile, lCut, lKilled}) {
     SCOPED_TRACE(lName.toStdString());
     PtDocumentReader lReader(lName);
     EXPECT_EQ(lReader.WasClosed(), lName == lFile);
     ASSERT_EQ(lReader.MainSectionCount(), lSections);
-    for (PtU32 i : {0u, 1u, 4095u, 4096u, 4097u, 9999u, 5000u}) {
+    for (PtU32 i : {0u, 1u, 4095u, 4096u, 4097u, 9999u, 8192u, 5000u, 8191u}) {
       ASSERT_TRUE(lReader.MoveTo(i));
+      EXPECT_EQ(lReader.IsIndexSection(), i > 0 && i % 2 == 0); // of the section before
       EXPECT_EQ(lReader.IsIndexSection(i), i % 2 == 1);
       ASSERT_TRUE(lReader.Advance());
       EXPECT_EQ(lReader.CurrentMainSection(), i);
@@ -210,6 +218,13 @@ TEST(DocumentFormat, ManyMainSectionsListFromIndexOrByScanAlike)
     EXPECT_TRUE(lReader.MoveTo(lSections));
     EXPECT_FALSE(lReader.Advance());
     EXPECT_FALSE(lReader.MoveTo(lSections + 1));
+    ASSERT_TRUE(lReader.MoveTo(0)); // and in order, each section where the list puts it
+    size_t lWalked = 0;
+    while (lReader.Advance()) {
+      lReader.SkipCurrentSection();
+      ++lWalked;
+    }
+    EXPECT_EQ(lWalked, lSections);
   }
 }
 
@@ -333,6 +348,25 @@ TEST(DocumentFormat, DamagedFilesEndInAFormatErrorWithItsCode)
   }
   QByteArray lBadIndex = lClosed;
   lBadIndex[lBadIndex.size() - 24 - 20] = char(lBadIndex[lBadIndex.size() - 24 - 20] ^ 0x40); // an index entry
+  // Three index chunks; the middle one is read only when a section it lists is first asked for:
+  // once damaged, once listing a section past the file under a valid checksum.
+  const QString lChunks = Path(QStringLiteral("chunks.doc"));
+  {
+    PtDocumentWriter lWriter(lChunks, 7);
+    for (int i = 0; i < 10000; ++i) {
+      lWriter.StartSection(1);
+      lWriter.EndSection();
+    }
+    lWriter.EndLastSection();
+  }
+  QByteArray lLateDamage = ReadAll(lChunks), lWildEntry = lLateDamage;
+  const int lMiddle = lLateDamage.indexOf("INDX", lLateDamage.indexOf("INDX") + 1);
+  lLateDamage[lMiddle + 100] = char(lLateDamage[lMiddle + 100] ^ 0x01);
+  lWildEntry.replace(lMiddle + 24, 8, Long(PtU64(1) << 40));
+  const PtU64 lPrevious = qFromLittleEndian<PtU64>(lWildEntry.constData() + lMiddle + 8);
+  lWildEntry.replace(
+      lMiddle + 16, 4,
+      Word(PtDocumentFormat::Checksum(lWildEntry.constData() + lMiddle + 24, 4096 * 16, lPrevious ^ 4096)));
 
   struct Case
   {
@@ -351,6 +385,8 @@ TEST(DocumentFormat, DamagedFilesEndInAFormatErrorWithItsCode)
       {"zero-size items, huge count", FileHeader() + Section(1, Element(2, 0, 0xFFFFFFFF, "")), 22},
       {"nested too deep", FileHeader() + lDeep, 24},
       {"damaged index", lBadIndex, 27},
+      {"damaged index chunk read late", lLateDamage, 27},
+      {"index entry outside its chunk", lWildEntry, 27},
   };
   for (const Case& c : lCases) {
     SCOPED_TRACE(c.mName);
