@@ -8,10 +8,8 @@
 #include <QCoreApplication>
 
 #include <algorithm>
-#include <atomic>
 #include <cerrno>
 #include <cstring>
-#include <sys/mman.h>
 #include <unistd.h>
 #include <vector>
 
@@ -23,16 +21,11 @@ namespace {
 constexpr size_t BUFFER_SIZE = 1u << 20;
 
 // A writer that hands every frame to the system on its own (Flush) keeps the file extended with
-// zeros this far ahead of its data. A small write that lengthens a file is several times dearer
-// than one that overwrites bytes already in the page cache (on ext4: a size update in the journal
-// and single pages instead of large folios), so the zeros are written in large steps and the
-// frames then land on them.
+// zeros this far ahead of its data. A frame-sized write that lengthens a file costs about twice one
+// that lands on bytes already in the page cache (on ext4: block reservation and small page-cache
+// folios per write), so the zeros go out in large steps and the frames land on them. Larger steps
+// measured slower: the zeros then no longer sit in the cache when the frames arrive.
 constexpr PtU64 EXTEND_STEP = 256u << 10;
-
-// The reserve is written through a shared mapping of this much of the file at a time: a frame is
-// then in the page cache (and survives the process) as soon as it is copied, without a system
-// call. A multiple of any page size.
-constexpr PtU64 MAP_WINDOW = 64u << 20;
 
 // Copies aCount items of a fixed size with constant-size moves, which the compiler turns into
 // plain loads and stores: one field of every echo travels without a per-item memcpy call.
@@ -93,7 +86,8 @@ public:
                                     .arg(mFile.fileName(), QString::fromLocal8Bit(std::strerror(aErrno))));
   }
 
-  // Writes beside QFile's own position, which a flushing writer no longer uses.
+  // Writes beside QFile's own position, which a flushing writer no longer uses: every durable write
+  // says where it goes, so the reserve, the data and the tags never depend on a file position.
   bool WriteAt(const char* aData, PtU64 aSize, PtU64 aOffset, int* aErrno)
   {
     while (aSize > 0) {
@@ -112,14 +106,8 @@ public:
     return true;
   }
 
-  // Puts aSize bytes at aOffset: through the mapping when the range lies in the reserve, else with
-  // pwrite (a file system that cannot map, or a reserve the disk refused).
   void Place(const char* aData, PtU64 aSize, PtU64 aOffset)
   {
-    if (char* lAt = Mapped(aOffset, aSize)) {
-      std::memcpy(lAt, aData, static_cast<size_t>(aSize));
-      return;
-    }
     int lErrno = 0;
     if (!WriteAt(aData, aSize, aOffset, &lErrno)) {
       PositionalWriteError(lErrno);
@@ -131,38 +119,6 @@ public:
     Reserve(mFlushed + aSize);
     Place(aData, aSize, mFlushed);
     mFlushed += aSize;
-  }
-
-  // The address of [aOffset, aOffset + aSize) in the mapping, or null when that range is not in the
-  // reserve (only reserved bytes are backed by the file; touching others would fault).
-  char* Mapped(PtU64 aOffset, PtU64 aSize)
-  {
-    if (mReserveFailed || mMapFailed || aOffset + aSize > mReserved) {
-      return nullptr;
-    }
-    if (!mMap || aOffset < mMapStart || aOffset + aSize > mMapStart + mMapSize) {
-      Unmap();
-      const PtU64 lStart = aOffset / MAP_WINDOW * MAP_WINDOW;
-      const PtU64 lSize = (aOffset + aSize - lStart + MAP_WINDOW - 1) / MAP_WINDOW * MAP_WINDOW;
-      void* lMap = ::mmap(nullptr, static_cast<size_t>(lSize), PROT_READ | PROT_WRITE, MAP_SHARED, mFile.handle(),
-                          static_cast<off_t>(lStart));
-      if (lMap == MAP_FAILED) {
-        mMapFailed = true;
-        return nullptr;
-      }
-      mMap = static_cast<char*>(lMap);
-      mMapStart = lStart;
-      mMapSize = lSize;
-    }
-    return mMap + (aOffset - mMapStart);
-  }
-
-  void Unmap()
-  {
-    if (mMap) {
-      ::munmap(mMap, static_cast<size_t>(mMapSize));
-      mMap = nullptr;
-    }
   }
 
   // Makes sure zeros reach at least aEnd. When the disk (or the process's file size limit) will not
@@ -182,7 +138,6 @@ public:
     for (PtU64 lAt = lStart; lAt < lTarget; lAt += EXTEND_STEP) {
       if (!WriteAt(mZeros.data(), std::min(EXTEND_STEP, lTarget - lAt), lAt, &lErrno)) {
         mReserveFailed = true;
-        Unmap();
         mReserved = mFlushed;
         (void)::ftruncate(mFile.handle(), static_cast<off_t>(mFlushed));
         return;
@@ -210,7 +165,6 @@ public:
       Store32(mBuffer.data() + (lSection - lStart), 0);
     }
     WriteToFile(mBuffer.data(), lUsed);
-    std::atomic_thread_fence(std::memory_order_release); // the tags land after the bytes they vouch for
     for (const PtU64 lSection : mEndedInBuffer) {
       char lTag[4];
       Store32(lTag, TAG_SECTION);
@@ -227,7 +181,6 @@ public:
   // Gives the file back the zeros beyond its data.
   void TrimReserve()
   {
-    Unmap();
     if (mReserved > mFlushed && ::ftruncate(mFile.handle(), static_cast<off_t>(mFlushed)) == 0) {
       mReserved = mFlushed;
     }
@@ -364,10 +317,6 @@ public:
   PtU64 mReserved = 0; // the file's zeros reach this far
   bool mReserveFailed = false;
   std::vector<char> mZeros;
-  char* mMap = nullptr; // a window of the file, shared with the page cache
-  PtU64 mMapStart = 0;
-  PtU64 mMapSize = 0;
-  bool mMapFailed = false;
   std::vector<PtU64> mEndedInBuffer; // main sections that ended while their header was buffered
 };
 
