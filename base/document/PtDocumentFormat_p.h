@@ -18,6 +18,7 @@ constexpr PtU32 TAG_SECTION = 0x54434553u; // "SECT"
 constexpr PtU32 TAG_ELEMENT = 0x4D454C45u; // "ELEM"
 constexpr PtU32 TAG_INDEX = 0x58444E49u;   // "INDX": a chunk of the main-section index
 constexpr PtU32 TAG_TRAILER = 0x444E4558u; // "XEND": last record of a closed document
+constexpr PtU32 TAG_COMMIT = 0x54494D43u;  // "CMIT": what a flushing writer wrote so far is whole
 
 constexpr PtU64 FILE_HEADER_SIZE = 16;
 constexpr PtU64 SECTION_HEADER_SIZE = 24;
@@ -25,6 +26,11 @@ constexpr PtU64 ELEMENT_HEADER_SIZE = 16;
 constexpr PtU64 INDEX_HEADER_SIZE = 24;
 constexpr PtU64 INDEX_ENTRY_SIZE = 16;
 constexpr PtU64 TRAILER_SIZE = 24;
+constexpr PtU64 COMMIT_SIZE = 24;
+// Offset of the flags word in the file header, and its flag for documents written frame by frame:
+// in a cut one, only the main sections followed by a commit record count.
+constexpr PtU64 FILE_FLAGS_FIELD = 12;
+constexpr PtU32 FLAG_COMMITS = 1;
 // Offset of the content length inside a section record.
 constexpr PtU64 SECTION_LENGTH_FIELD = 16;
 

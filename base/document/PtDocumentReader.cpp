@@ -124,7 +124,7 @@ public:
   // The limit of the main-section area: the trailer of a closed document, else the file's end.
   PtU64 MainLimit() const { return mClosed ? mDataEnd : mFileSize; }
 
-  enum class MainRecord { SECTION, INDEX, END };
+  enum class MainRecord { SECTION, INDEX, COMMIT, END };
 
   // Reads the top-level record at aOffset. In a closed document everything must fit before the
   // trailer. In a cut one, a record that is incomplete (short, still open, or running past the end
@@ -173,10 +173,13 @@ public:
     if (lTag == TAG_TRAILER && !mClosed) {
       return MainRecord::END; // a trailer followed by more bytes: what follows is not ours
     }
-    // A flushing writer keeps zeros ahead of its data and writes a main section's tag only once
-    // the rest of it is in the file: a tag still zero, or cut short, is where it stopped.
-    if (!mClosed && (lTag == 0 || lTag == (TAG_SECTION & 0xFFu) || lTag == (TAG_SECTION & 0xFFFFu) ||
-                     lTag == (TAG_SECTION & 0xFFFFFFu))) {
+    if (lTag == TAG_COMMIT && Load64(lRecord + 8) == aOffset) {
+      aHeader.mSize = COMMIT_SIZE;
+      return MainRecord::COMMIT;
+    }
+    // A document written frame by frame keeps zeros ahead of its data; whatever follows its last
+    // commit (a write cut short, those zeros) is dropped anyway.
+    if (!mClosed && mCommits) {
       return MainRecord::END;
     }
     Fail(ERROR_RECORD, aOffset);
@@ -256,12 +259,19 @@ public:
       ReadInnerRecord(mPosition, mEnds.back());
       return true;
     }
+    if (mCommits && !mClosed) {
+      BuildList(); // only committed sections are read
+    }
     for (;;) {
       MainHeader lHeader;
+      if (mListBuilt && mPosition >= mListEnd) {
+        return false;
+      }
       switch (ReadMainRecord(mPosition, lHeader)) {
       case MainRecord::END:
         return false;
       case MainRecord::INDEX:
+      case MainRecord::COMMIT:
         mPosition += lHeader.mSize;
         continue;
       case MainRecord::SECTION:
@@ -399,6 +409,18 @@ public:
     std::vector<MainSection> lTail;
     bool lChunksFit = true; // every chunk taken so far listed 4096 sections
     PtU64 lPosition = FILE_HEADER_SIZE;
+    // A document written frame by frame counts only what its last commit vouches for: a chunk is
+    // taken on when a commit follows it, and at the end the sections after the last commit go.
+    PtU64 lPendingChunk = 0;
+    size_t lPendingCount = 0; // sections the pending chunk lists: the first ones of the tail
+    size_t lCommittedTail = 0;
+    PtU64 lCommittedEnd = FILE_HEADER_SIZE;
+    auto lTakeChunk = [&](PtU64 aChunk, size_t aCount) {
+      lChunks.push_back(aChunk);
+      lChunked += aCount;
+      lChunksFit = aCount == INDEX_CHUNK_ENTRIES;
+      lTail.erase(lTail.begin(), lTail.begin() + static_cast<std::ptrdiff_t>(aCount));
+    };
     for (;;) {
       MainHeader lHeader;
       const bool lFar = lPosition >= mWindowStart + mWindowUsed + WINDOW_SIZE;
@@ -408,15 +430,29 @@ public:
       }
       if (lRecord == MainRecord::SECTION) {
         lTail.push_back({lPosition, lHeader.mId, lHeader.mFlag});
-      } else if (lChunksFit && ChunkLists(lPosition, lChunks.empty() ? 0 : lChunks.back(), lTail)) {
-        lChunks.push_back(lPosition);
-        lChunked += lTail.size();
-        lChunksFit = lTail.size() == INDEX_CHUNK_ENTRIES;
-        lTail.clear();
+      } else if (lRecord == MainRecord::COMMIT) {
+        if (lPendingChunk != 0) {
+          lTakeChunk(lPendingChunk, lPendingCount);
+          lPendingChunk = 0;
+        }
+        lCommittedTail = lTail.size();
+        lCommittedEnd = lPosition + lHeader.mSize;
+      } else if (lChunksFit && lPendingChunk == 0 &&
+                 ChunkLists(lPosition, lChunks.empty() ? 0 : lChunks.back(), lTail)) {
+        if (mCommits) {
+          lPendingChunk = lPosition;
+          lPendingCount = lTail.size();
+        } else {
+          lTakeChunk(lPosition, lTail.size());
+        }
       } else {
         lChunksFit = false;
       }
       lPosition += lHeader.mSize;
+    }
+    if (mCommits) {
+      lTail.resize(std::min(lTail.size(), lCommittedTail));
+      lPosition = lCommittedEnd;
     }
     if (lPosition < mFileSize) {
       qCDebug(lcDocument) << mFileName << "ends in an incomplete section at" << lPosition << "of" << mFileSize
@@ -500,6 +536,7 @@ public:
   PtU64 mFileSize = 0;
   PtU32 mType = 0;
   bool mClosed = false;    // the document ends with a valid trailer
+  bool mCommits = false;   // written frame by frame: a cut copy counts only committed sections
   PtU64 mDataEnd = 0;      // start of the trailer of a closed document
   PtU64 mLastChunk = 0;    // from the trailer
   PtU64 mIndexedCount = 0; // from the trailer
@@ -552,6 +589,7 @@ PtDocumentReader::PtDocumentReader(const QString& aFileName)
     d->Fail(ERROR_SIGNATURE, 0);
   }
   d->mType = Load32(lHeader + 4);
+  d->mCommits = lHeaderSize >= FILE_HEADER_SIZE && (Load32(lHeader + FILE_FLAGS_FIELD) & FLAG_COMMITS) != 0;
   if (lHeaderSize >= 12 && Load32(lHeader + 8) != FORMAT_VERSION) {
     d->Fail(ERROR_VERSION, 8);
   }

@@ -146,36 +146,26 @@ public:
     mReserved = lTarget;
   }
 
-  void Flush()
+  // aCommit (only between main sections): the bytes go out followed by a commit record, in the
+  // same write. The file is extended with zeros beyond its data, so a write cut short (the process
+  // killed in the middle of it) does not end the file where it stopped; a reader of a cut document
+  // then keeps only what a complete commit record vouches for.
+  void Flush(bool aCommit = false)
   {
+    if (aCommit) {
+      PT_ASSERT(mDurable && mOpen.empty());
+      if (BUFFER_SIZE - mUsed < COMMIT_SIZE) {
+        Flush();
+      }
+      char* lRecord = mBuffer.data() + mUsed;
+      std::memset(lRecord, 0, COMMIT_SIZE);
+      Store32(lRecord, TAG_COMMIT);
+      Store64(lRecord + 8, Size()); // where it stands: bytes that merely look like one do not count
+      mUsed += COMMIT_SIZE;
+    }
     const size_t lUsed = mUsed;
     mUsed = 0; // a failed write must not be retried from the destructor
-    if (!mDurable || lUsed == 0) {
-      mEndedInBuffer.clear();
-      WriteToFile(mBuffer.data(), lUsed);
-      return;
-    }
-    // The file is extended with zeros beyond its data, so a write cut short (the process killed in
-    // the middle of it) does not end the file where it stopped: the rest reads as zeros. Main
-    // sections that ended in this buffer therefore go out without their tag, which is put in once
-    // all their bytes are in the file; a reader stops at a missing or partial tag, never at a
-    // complete-looking section with zeros inside.
-    const PtU64 lStart = mFlushed;
-    for (const PtU64 lSection : mEndedInBuffer) {
-      Store32(mBuffer.data() + (lSection - lStart), 0);
-    }
     WriteToFile(mBuffer.data(), lUsed);
-    for (const PtU64 lSection : mEndedInBuffer) {
-      char lTag[4];
-      Store32(lTag, TAG_SECTION);
-      try {
-        Place(lTag, sizeof lTag, lSection);
-      } catch (...) {
-        mEndedInBuffer.clear();
-        throw;
-      }
-    }
-    mEndedInBuffer.clear();
   }
 
   // Gives the file back the zeros beyond its data.
@@ -271,9 +261,6 @@ public:
 
   void MainSectionEnded(PtU64 aOffset, PtU32 aId, PtU32 aFlag)
   {
-    if (aOffset >= mFlushed) {
-      mEndedInBuffer.push_back(aOffset);
-    }
     char lEntry[INDEX_ENTRY_SIZE];
     Store64(lEntry, aOffset);
     Store32(lEntry + 8, aId);
@@ -317,7 +304,6 @@ public:
   PtU64 mReserved = 0; // the file's zeros reach this far
   bool mReserveFailed = false;
   std::vector<char> mZeros;
-  std::vector<PtU64> mEndedInBuffer; // main sections that ended while their header was buffered
 };
 
 PtDocumentWriter::PtDocumentWriter(const QString& aFileName, PtU32 aDocumentType)
@@ -456,8 +442,15 @@ void PtDocumentWriter::EndLastSection()
 
 void PtDocumentWriter::Flush()
 {
-  d->mDurable = true;
-  d->Flush();
+  PT_ASSERT(!d->mClosed);
+  if (!d->mDurable) {
+    // From now on a cut copy of this file keeps only committed sections: say so in its header.
+    char lFlags[4];
+    Store32(lFlags, FLAG_COMMITS);
+    d->Place(lFlags, sizeof lFlags, FILE_FLAGS_FIELD);
+    d->mDurable = true;
+  }
+  d->Flush(d->mOpen.empty());
 }
 
 PtU64 PtDocumentWriter::FileSize() const

@@ -52,10 +52,12 @@ public:
   // writer takes no further calls afterwards.
   void EndLastSection();
 
-  // Hands everything buffered to the operating system. Whatever was written before a Flush survives
-  // the process being killed; the recorder calls it after every frame. From the first Flush on, the
-  // file is kept extended with zeros a little ahead of its data, which makes frame-sized writes much
-  // cheaper; closing or destroying the writer cuts them off (docs/document-format.md).
+  // Hands everything buffered to the operating system in one write. Whatever was written before a
+  // Flush survives the process being killed; the recorder calls it after every frame. Between main
+  // sections the write ends with a commit record: a reader of a cut copy keeps only what the last
+  // commit vouches for. From the first Flush on, the file is kept extended with zeros a little
+  // ahead of its data, which makes frame-sized writes much cheaper; closing or destroying the
+  // writer cuts them off (docs/document-format.md).
   void Flush();
 
   // Bytes of the document so far, buffered ones included. Costs nothing: the recorder asks before

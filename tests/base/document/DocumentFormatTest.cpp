@@ -404,30 +404,37 @@ TEST(DocumentFormat, DamagedFilesEndInAFormatErrorWithItsCode)
   EXPECT_THROW(PtDocumentReader(Path(QStringLiteral("absent.doc"))), std::runtime_error);
 }
 
-TEST(DocumentFormat, WriteCutShortOntoReservedZerosEndsTheDocument)
+TEST(DocumentFormat, CutDocumentWrittenFrameByFrameKeepsWhatItsLastCommitVouchesFor)
 {
-  // A flushing writer keeps zeros beyond its data and puts a main section's tag in last; a kill
-  // leaves any prefix of a write over those zeros. The sections before it read back, nothing else.
-  const QByteArray lGood = FileHeader() + Section(500, Element(1, 4, 1, "abcd"));
-  const QByteArray lZeros(4096, '\0');
+  // A flushing writer marks its file header, keeps zeros beyond its data and ends every flush with
+  // a commit record; a kill leaves any prefix of a write over those zeros.
+  const QByteArray lHeader = FileHeader().left(12) + Word(1);
+  const QByteArray lFirst = Section(500, Element(1, 4, 1, "abcd"));
+  auto lCommit = [](qint64 aAt) { return Word(0x54494D43) + Word(0) + Long(PtU64(aAt)) + Long(0); };
+  const QByteArray lCommitted = lHeader + lFirst + lCommit(lHeader.size() + lFirst.size());
   const QByteArray lNext = Section(501, Element(1, 4, 1, "efgh"));
+  const QByteArray lZeros(4096, '\0');
   const struct
   {
     const char* mName;
     QByteArray mBytes;
+    size_t mSections;
   } lCases[] = {
-      {"zeros after the last section", lGood + lZeros},
-      {"fewer zeros than a header", lGood + QByteArray(10, '\0')},
-      {"next section written, its tag not yet", lGood + QByteArray(4, '\0') + lNext.mid(4) + lZeros},
-      {"tag cut after two bytes", lGood + lNext.left(2) + QByteArray(2, '\0') + lNext.mid(4) + lZeros},
-      {"next section cut short inside its data", lGood + QByteArray(4, '\0') + lNext.mid(4, 30) + lZeros},
+      {"zeros after the last commit", lCommitted + lZeros, 1},
+      {"a whole section after the last commit", lCommitted + lNext + lZeros, 1},
+      {"a header cut short with a plausible length", lCommitted + lNext.left(17) + lZeros, 1},
+      {"the next commit cut inside its tag", lCommitted + lNext + lCommit(lCommitted.size() + lNext.size()).left(3) + lZeros, 1},
+      {"garbage after the last commit", lCommitted + QByteArray(40, 'z'), 1},
+      {"a commit that does not say where it stands", lHeader + lFirst + lCommit(0) + lZeros, 0},
+      {"nothing committed yet", lHeader + lFirst + lZeros, 0},
   };
   for (const auto& c : lCases) {
     SCOPED_TRACE(c.mName);
-    const QString lFile = Path(QStringLiteral("reserve.ptl"));
+    const QString lFile = Path(QStringLiteral("committed.ptl"));
     WriteAll(lFile, c.mBytes);
     PtDocumentReader lReader(lFile);
-    ASSERT_EQ(DumpMainSections(lReader).size(), 1u);
+    ASSERT_EQ(DumpMainSections(lReader).size(), c.mSections);
+    EXPECT_EQ(lReader.MainSectionCount(), c.mSections);
     EXPECT_EQ(ReadEverything(lFile), 0u);
   }
 }
