@@ -87,7 +87,10 @@ bool PxProtocolReader::Advance()
 {
   PtU64 lNext = 0;
   if (mCurrent != NO_ELEMENT) {
-    lNext = static_cast<PtU64>(mCurrent) + ELEMENT_HEADER + static_cast<PtU64>(Count()) * UnitSize();
+    lNext = static_cast<PtU64>(mCurrent) + ELEMENT_HEADER;
+    if (const PtByte* lHeader = Header()) {
+      lNext += static_cast<PtU64>(Load<PtU16>(lHeader + 2)) * Load<PtU32>(lHeader + 4);
+    }
   }
   if (lNext >= mPayloadLength) {
     mCurrent = static_cast<size_t>(std::min<PtU64>(lNext, mPayloadLength));
@@ -109,27 +112,27 @@ bool PxProtocolReader::Advance()
 
 PtU16 PxProtocolReader::Id() const
 {
-  return mCurrent != NO_ELEMENT && mCurrent + ELEMENT_HEADER <= mBuffer.size() ? Load<PtU16>(mBuffer.data() + mCurrent)
-                                                                               : 0;
+  const PtByte* lHeader = Header();
+  return lHeader ? Load<PtU16>(lHeader) : 0;
 }
 
 PtU16 PxProtocolReader::Count() const
 {
-  return mCurrent != NO_ELEMENT && mCurrent + ELEMENT_HEADER <= mBuffer.size()
-           ? Load<PtU16>(mBuffer.data() + mCurrent + 2)
-           : 0;
+  const PtByte* lHeader = Header();
+  return lHeader ? Load<PtU16>(lHeader + 2) : 0;
 }
 
 PtU32 PxProtocolReader::UnitSize() const
 {
-  return mCurrent != NO_ELEMENT && mCurrent + ELEMENT_HEADER <= mBuffer.size()
-           ? Load<PtU32>(mBuffer.data() + mCurrent + 4)
-           : 0;
+  const PtByte* lHeader = Header();
+  return lHeader ? Load<PtU32>(lHeader + 4) : 0;
 }
 
 void PxProtocolReader::ReadElement(void* aDest, unsigned short aCount, unsigned int aSize, unsigned long aStride)
 {
-  if (mCurrent == NO_ELEMENT || mCurrent >= mPayloadLength || Count() != aCount || UnitSize() != aSize) {
+  const PtByte* lHeader = Header();
+  if (mCurrent == NO_ELEMENT || mCurrent >= mPayloadLength || (lHeader ? Load<PtU16>(lHeader + 2) : 0) != aCount ||
+      (lHeader ? Load<PtU32>(lHeader + 4) : 0) != aSize) {
     Fail(E_ELEMENT);
   }
   const PtByte* lData = mBuffer.data() + mCurrent + ELEMENT_HEADER;

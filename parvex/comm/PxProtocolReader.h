@@ -91,6 +91,12 @@ private:
 
   [[noreturn]] static void Fail(unsigned int aCode);
   void CheckPayloadLength(PtU32 aMessageSize, PtU32 aHeaderSize);
+  // The current element's header, null without one or once the buffer no longer holds all of it.
+  // Inline so the reader's own hot paths do not call the exported accessors once per field.
+  const PtByte* Header() const
+  {
+    return mCurrent != NO_ELEMENT && mCurrent + ELEMENT_HEADER <= mBuffer.size() ? mBuffer.data() + mCurrent : nullptr;
+  }
 
   std::vector<PtByte> mBuffer;
   PtU16 mProtocolId = 0;
