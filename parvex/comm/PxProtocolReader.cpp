@@ -40,6 +40,7 @@ void PxProtocolReader::CheckPayloadLength(PtU32 aMessageSize, PtU32 aHeaderSize)
 void PxProtocolReader::ReadAnswerHeader(unsigned short aRequestCode)
 {
   mCurrent = NO_ELEMENT;
+  mNext = 0;
   PtByte lHeader[16];
   mConnection.Read(lHeader, sizeof lHeader);
   if (Load<PtU16>(lHeader) != mProtocolId || Load<PtU16>(lHeader + 8) != aRequestCode) {
@@ -55,6 +56,7 @@ void PxProtocolReader::ReadAnswerHeader(unsigned short aRequestCode)
 void PxProtocolReader::ReadRequestHeader()
 {
   mCurrent = NO_ELEMENT;
+  mNext = 0;
   PtByte lHeader[8];
   mConnection.Read(lHeader, sizeof lHeader);
   if (Load<PtU16>(lHeader) != mProtocolId) {
@@ -70,6 +72,7 @@ void PxProtocolReader::ReadRequestHeader()
 
 void PxProtocolReader::ReadPayload()
 {
+  mNext = 0;
   if (mPayloadLength > mBuffer.size()) {
     mBuffer.resize(mPayloadLength);
   }
@@ -86,7 +89,9 @@ void PxProtocolReader::ReadPayload()
 bool PxProtocolReader::Advance()
 {
   PtU64 lNext = 0;
-  if (mCurrent != NO_ELEMENT) {
+  if (mNext != 0) {
+    lNext = mNext;
+  } else if (mCurrent != NO_ELEMENT) {
     lNext = static_cast<PtU64>(mCurrent) + ELEMENT_HEADER;
     if (const PtByte* lHeader = Header()) {
       lNext += static_cast<PtU64>(Load<PtU16>(lHeader + 2)) * Load<PtU32>(lHeader + 4);
@@ -94,6 +99,7 @@ bool PxProtocolReader::Advance()
   }
   if (lNext >= mPayloadLength) {
     mCurrent = static_cast<size_t>(std::min<PtU64>(lNext, mPayloadLength));
+    mNext = 0;
     return false;
   }
   // A well-formed payload ends exactly behind its last element; anything that reaches past it
@@ -102,11 +108,12 @@ bool PxProtocolReader::Advance()
     Fail(E_ELEMENT_OVERRUN);
   }
   const PtByte* lAt = mBuffer.data() + lNext;
-  const PtU64 lData = static_cast<PtU64>(Load<PtU16>(lAt + 2)) * Load<PtU32>(lAt + 4);
-  if (lNext + ELEMENT_HEADER + lData > mPayloadLength) {
+  const PtU64 lEnd = lNext + ELEMENT_HEADER + static_cast<PtU64>(Load<PtU16>(lAt + 2)) * Load<PtU32>(lAt + 4);
+  if (lEnd > mPayloadLength) {
     Fail(E_ELEMENT_OVERRUN);
   }
   mCurrent = static_cast<size_t>(lNext);
+  mNext = static_cast<PtU32>(lEnd);
   return true;
 }
 
@@ -150,6 +157,7 @@ void PxProtocolReader::ReadElement(void* aDest, unsigned short aCount, unsigned 
 
 bool PxProtocolReader::PullHeader()
 {
+  mNext = 0;
   if (mConsumedLength < mPayloadLength) {
     if (mPayloadLength - mConsumedLength < ELEMENT_HEADER) {
       Fail(E_ELEMENT_OVERRUN);
@@ -168,6 +176,7 @@ bool PxProtocolReader::PullHeader()
 
 void PxProtocolReader::PullElement(void* aDest, unsigned int aSize, unsigned int aCount)
 {
+  mNext = 0;
   if (aDest && (UnitSize() != aSize || Count() != aCount)) {
     Fail(E_PULLED_ELEMENT);
   }

@@ -107,4 +107,9 @@ private:
   PtU32 mConsumedLength = 0;
   PxPtComConnection& mConnection;
   PtU32 mMaxPayload = DEFAULT_MAX_PAYLOAD;
+  // Where the element after mCurrent starts, as Advance found it; 0 (never an element's end) once
+  // anything else moved mCurrent or rewrote the buffer. Advance then needs not reread the current
+  // header. Last, in what was padding: drivers built against earlier 3.x headers embed this class
+  // in their connections, so its size and the offsets of the members above must not change.
+  PtU32 mNext = 0;
 };
