@@ -40,6 +40,7 @@ void PxProtocolReader::CheckPayloadLength(PtU32 aMessageSize, PtU32 aHeaderSize)
 void PxProtocolReader::ReadAnswerHeader(unsigned short aRequestCode)
 {
   mCurrent = NO_ELEMENT;
+  mNext = 0;
   PtByte lHeader[16];
   mConnection.Read(lHeader, sizeof lHeader);
   if (Load<PtU16>(lHeader) != mProtocolId || Load<PtU16>(lHeader + 8) != aRequestCode) {
@@ -55,6 +56,7 @@ void PxProtocolReader::ReadAnswerHeader(unsigned short aRequestCode)
 void PxProtocolReader::ReadRequestHeader()
 {
   mCurrent = NO_ELEMENT;
+  mNext = 0;
   PtByte lHeader[8];
   mConnection.Read(lHeader, sizeof lHeader);
   if (Load<PtU16>(lHeader) != mProtocolId) {
@@ -70,6 +72,7 @@ void PxProtocolReader::ReadRequestHeader()
 
 void PxProtocolReader::ReadPayload()
 {
+  mNext = 0;
   if (mPayloadLength > mBuffer.size()) {
     mBuffer.resize(mPayloadLength);
   }
@@ -86,11 +89,17 @@ void PxProtocolReader::ReadPayload()
 bool PxProtocolReader::Advance()
 {
   PtU64 lNext = 0;
-  if (mCurrent != NO_ELEMENT) {
-    lNext = static_cast<PtU64>(mCurrent) + ELEMENT_HEADER + static_cast<PtU64>(Count()) * UnitSize();
+  if (mNext != 0) {
+    lNext = mNext;
+  } else if (mCurrent != NO_ELEMENT) {
+    lNext = static_cast<PtU64>(mCurrent) + ELEMENT_HEADER;
+    if (const PtByte* lHeader = Header()) {
+      lNext += static_cast<PtU64>(Load<PtU16>(lHeader + 2)) * Load<PtU32>(lHeader + 4);
+    }
   }
   if (lNext >= mPayloadLength) {
     mCurrent = static_cast<size_t>(std::min<PtU64>(lNext, mPayloadLength));
+    mNext = 0;
     return false;
   }
   // A well-formed payload ends exactly behind its last element; anything that reaches past it
@@ -99,37 +108,38 @@ bool PxProtocolReader::Advance()
     Fail(E_ELEMENT_OVERRUN);
   }
   const PtByte* lAt = mBuffer.data() + lNext;
-  const PtU64 lData = static_cast<PtU64>(Load<PtU16>(lAt + 2)) * Load<PtU32>(lAt + 4);
-  if (lNext + ELEMENT_HEADER + lData > mPayloadLength) {
+  const PtU64 lEnd = lNext + ELEMENT_HEADER + static_cast<PtU64>(Load<PtU16>(lAt + 2)) * Load<PtU32>(lAt + 4);
+  if (lEnd > mPayloadLength) {
     Fail(E_ELEMENT_OVERRUN);
   }
   mCurrent = static_cast<size_t>(lNext);
+  mNext = static_cast<PtU32>(lEnd);
   return true;
 }
 
 PtU16 PxProtocolReader::Id() const
 {
-  return mCurrent != NO_ELEMENT && mCurrent + ELEMENT_HEADER <= mBuffer.size() ? Load<PtU16>(mBuffer.data() + mCurrent)
-                                                                               : 0;
+  const PtByte* lHeader = Header();
+  return lHeader ? Load<PtU16>(lHeader) : 0;
 }
 
 PtU16 PxProtocolReader::Count() const
 {
-  return mCurrent != NO_ELEMENT && mCurrent + ELEMENT_HEADER <= mBuffer.size()
-           ? Load<PtU16>(mBuffer.data() + mCurrent + 2)
-           : 0;
+  const PtByte* lHeader = Header();
+  return lHeader ? Load<PtU16>(lHeader + 2) : 0;
 }
 
 PtU32 PxProtocolReader::UnitSize() const
 {
-  return mCurrent != NO_ELEMENT && mCurrent + ELEMENT_HEADER <= mBuffer.size()
-           ? Load<PtU32>(mBuffer.data() + mCurrent + 4)
-           : 0;
+  const PtByte* lHeader = Header();
+  return lHeader ? Load<PtU32>(lHeader + 4) : 0;
 }
 
 void PxProtocolReader::ReadElement(void* aDest, unsigned short aCount, unsigned int aSize, unsigned long aStride)
 {
-  if (mCurrent == NO_ELEMENT || mCurrent >= mPayloadLength || Count() != aCount || UnitSize() != aSize) {
+  const PtByte* lHeader = Header();
+  if (mCurrent == NO_ELEMENT || mCurrent >= mPayloadLength || (lHeader ? Load<PtU16>(lHeader + 2) : 0) != aCount ||
+      (lHeader ? Load<PtU32>(lHeader + 4) : 0) != aSize) {
     Fail(E_ELEMENT);
   }
   const PtByte* lData = mBuffer.data() + mCurrent + ELEMENT_HEADER;
@@ -147,6 +157,7 @@ void PxProtocolReader::ReadElement(void* aDest, unsigned short aCount, unsigned 
 
 bool PxProtocolReader::PullHeader()
 {
+  mNext = 0;
   if (mConsumedLength < mPayloadLength) {
     if (mPayloadLength - mConsumedLength < ELEMENT_HEADER) {
       Fail(E_ELEMENT_OVERRUN);
@@ -165,6 +176,7 @@ bool PxProtocolReader::PullHeader()
 
 void PxProtocolReader::PullElement(void* aDest, unsigned int aSize, unsigned int aCount)
 {
+  mNext = 0;
   if (aDest && (UnitSize() != aSize || Count() != aCount)) {
     Fail(E_PULLED_ELEMENT);
   }

@@ -91,6 +91,12 @@ private:
 
   [[noreturn]] static void Fail(unsigned int aCode);
   void CheckPayloadLength(PtU32 aMessageSize, PtU32 aHeaderSize);
+  // The current element's header, null without one or once the buffer no longer holds all of it.
+  // Inline so the reader's own hot paths do not call the exported accessors once per field.
+  const PtByte* Header() const
+  {
+    return mCurrent != NO_ELEMENT && mCurrent + ELEMENT_HEADER <= mBuffer.size() ? mBuffer.data() + mCurrent : nullptr;
+  }
 
   std::vector<PtByte> mBuffer;
   PtU16 mProtocolId = 0;
@@ -101,4 +107,9 @@ private:
   PtU32 mConsumedLength = 0;
   PxPtComConnection& mConnection;
   PtU32 mMaxPayload = DEFAULT_MAX_PAYLOAD;
+  // Where the element after mCurrent starts, as Advance found it; 0 (never an element's end) once
+  // anything else moved mCurrent or rewrote the buffer. Advance then needs not reread the current
+  // header. Last, in what was padding: drivers built against earlier 3.x headers embed this class
+  // in their connections, so its size and the offsets of the members above must not change.
+  PtU32 mNext = 0;
 };

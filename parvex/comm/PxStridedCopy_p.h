@@ -11,9 +11,18 @@ namespace PxStridedCopy
 {
 template <size_t N> inline void Scatter(PtByte* aDest, const PtByte* aSrc, size_t aCount, size_t aStride)
 {
-#pragma GCC unroll 8
-  for (size_t i = 0; i < aCount; ++i) {
-    std::memcpy(aDest + i * aStride, aSrc + i * N, N);
+  // Four items per step, each stored at a fixed multiple of the stride from the step's start: a
+  // pointer advanced by the stride after every item chains every store behind the add before it.
+  const size_t lStride3 = 3 * aStride;
+  size_t i = 0;
+  for (; i + 4 <= aCount; i += 4, aDest += 4 * aStride, aSrc += 4 * N) {
+    std::memcpy(aDest, aSrc, N);
+    std::memcpy(aDest + aStride, aSrc + N, N);
+    std::memcpy(aDest + 2 * aStride, aSrc + 2 * N, N);
+    std::memcpy(aDest + lStride3, aSrc + 3 * N, N);
+  }
+  for (; i < aCount; ++i, aDest += aStride, aSrc += N) {
+    std::memcpy(aDest, aSrc, N);
   }
 }
 
