@@ -56,12 +56,16 @@ public:
 
   PtU64 Size() const { return mFlushed + mUsed; }
 
+  [[noreturn]] void WriteError(unsigned int aCode, const QString& aReason)
+  {
+    PtThrow<std::runtime_error>(aCode, QCoreApplication::translate("PtDocumentWriter", "Cannot write %1: %2")
+                                           .arg(mFile.fileName(), aReason));
+  }
+
   [[noreturn]] void WriteError()
   {
     const auto lError = mFile.error() != QFileDevice::NoError ? mFile.error() : QFileDevice::WriteError;
-    PtThrow<std::runtime_error>(static_cast<unsigned int>(lError),
-                                QCoreApplication::translate("PtDocumentWriter", "Cannot write %1: %2")
-                                    .arg(mFile.fileName(), mFile.errorString()));
+    WriteError(static_cast<unsigned int>(lError), mFile.errorString());
   }
 
   void WriteToFile(const char* aData, PtU64 aSize)
@@ -79,15 +83,8 @@ public:
     mFlushed += aSize;
   }
 
-  [[noreturn]] void PositionalWriteError(int aErrno)
-  {
-    PtThrow<std::runtime_error>(static_cast<unsigned int>(QFileDevice::WriteError),
-                                QCoreApplication::translate("PtDocumentWriter", "Cannot write %1: %2")
-                                    .arg(mFile.fileName(), QString::fromLocal8Bit(std::strerror(aErrno))));
-  }
-
   // Writes beside QFile's own position, which a flushing writer no longer uses: every durable write
-  // says where it goes, so the reserve, the data and the tags never depend on a file position.
+  // says where it goes, so the reserve, the data and the header flags never depend on a file position.
   bool WriteAt(const char* aData, PtU64 aSize, PtU64 aOffset, int* aErrno)
   {
     while (aSize > 0) {
@@ -110,7 +107,7 @@ public:
   {
     int lErrno = 0;
     if (!WriteAt(aData, aSize, aOffset, &lErrno)) {
-      PositionalWriteError(lErrno);
+      WriteError(static_cast<unsigned int>(QFileDevice::WriteError), QString::fromLocal8Bit(std::strerror(lErrno)));
     }
   }
 
@@ -365,11 +362,14 @@ void PtDocumentWriter::AddElement(PtU32 aId, const void* aData, PtU32 aUnitSize,
   const size_t lBytes = static_cast<size_t>(aUnitSize) * aCount;
   // Small elements (a channel number, a length) are most of a frame's elements: one check, the
   // header stored in place and the item moved with a single load and store.
+  auto lStoreHeader = [&](char* aAt) {
+    Store32(aAt, TAG_ELEMENT);
+    Store32(aAt + 4, aId);
+    Store32(aAt + 8, aUnitSize);
+    Store32(aAt + 12, aCount);
+  };
   if (char* lRecord = lBlock && lBytes <= 8 ? d->Room(ELEMENT_HEADER_SIZE + lBytes) : nullptr) {
-    Store32(lRecord, TAG_ELEMENT);
-    Store32(lRecord + 4, aId);
-    Store32(lRecord + 8, aUnitSize);
-    Store32(lRecord + 12, aCount);
+    lStoreHeader(lRecord);
     switch (lBytes) {
     case 4:
       std::memcpy(lRecord + ELEMENT_HEADER_SIZE, aData, 4);
@@ -386,10 +386,7 @@ void PtDocumentWriter::AddElement(PtU32 aId, const void* aData, PtU32 aUnitSize,
     return;
   }
   char lRecord[ELEMENT_HEADER_SIZE];
-  Store32(lRecord, TAG_ELEMENT);
-  Store32(lRecord + 4, aId);
-  Store32(lRecord + 8, aUnitSize);
-  Store32(lRecord + 12, aCount);
+  lStoreHeader(lRecord);
   d->Append(lRecord, sizeof lRecord);
   if (aCount == 0) {
     return;
