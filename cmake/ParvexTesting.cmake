@@ -12,6 +12,8 @@ function(px_add_test aName)
   cmake_parse_arguments(A "" "LABEL" "SOURCES;LIBS" ${ARGN})
   add_executable(${aName} ${A_SOURCES})
   target_link_libraries(${aName} PRIVATE PxTestMain PxTestSupport ${A_LIBS})
+  # A source added to an existing suite must reach the moc too (see the library helper).
+  px_refresh_moc_on_new_sources(${aName} "${A_SOURCES}")
   gtest_discover_tests(${aName}
     DISCOVERY_MODE PRE_TEST
     DISCOVERY_TIMEOUT 60
