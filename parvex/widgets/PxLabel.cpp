@@ -4,6 +4,7 @@
 #include "PxProperty.h"
 #include "PxResult.h"
 #include "PxResultProvider.h"
+#include "PxUnits.h"
 
 #include <QPalette>
 
@@ -19,6 +20,10 @@ void PxLabel::SetProperty(PxProperty* aProperty)
   mProperty = aProperty;
   PropertyValueChanged();
   connect(aProperty, &PxProperty::ValueChanged, this, &PxLabel::PropertyValueChanged);
+  // A value with a unit is shown in the unit the user chose.
+  if (PxUnits* lUnits = PxUnits::Singleton(); lUnits && aProperty->UnitType() != UT_NONE) {
+    connect(lUnits, &PxUnits::Changed, this, &PxLabel::PropertyValueChanged);
+  }
 }
 
 void PxLabel::SetResult(PxResult* aResult, PxResultProvider* aProvider)

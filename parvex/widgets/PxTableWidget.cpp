@@ -3,6 +3,7 @@
 #include "PtAssert.h"
 #include "PxBitFieldProperty.h"
 #include "PxFloatProperty.h"
+#include "PxUnits.h"
 #include "PxWidgetSupport_p.h"
 
 #include <QHeaderView>
@@ -23,6 +24,18 @@ PxTableWidget::PxTableWidget(QWidget* aParent)
   connect(mValueMapper, &QSignalMapper::mappedInt, this, &PxTableWidget::PropertyValueChanged);
   connect(mEditableMapper, &QSignalMapper::mappedInt, this, &PxTableWidget::PropertyEditableChanged);
   connect(this, &QTableWidget::cellChanged, this, &PxTableWidget::ThisCellChanged);
+  if (PxUnits* lUnits = PxUnits::Singleton()) {
+    connect(lUnits, &PxUnits::Changed, this, &PxTableWidget::UnitsChanged);
+  }
+}
+
+void PxTableWidget::UnitsChanged()
+{
+  for (int c = 0; c < columnCount(); ++c) {
+    if (qobject_cast<PxFloatProperty*>(mProperties[static_cast<size_t>(c)])) {
+      PropertyValueChanged(c);
+    }
+  }
 }
 
 void PxTableWidget::SetSecondDimension(size_t aDim)

@@ -38,6 +38,8 @@ public Q_SLOTS:
   void PropertyEditableChanged(int aColumn);
   void ThisCellChanged(int aRow, int aColumn);
   void IndexerValueChanged(int aValue);
+  // Float cells show the unit the user chose.
+  void UnitsChanged();
 
 private:
   // The value a float cell shows, or none beyond the property's count.

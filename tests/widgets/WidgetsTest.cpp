@@ -319,6 +319,10 @@ TEST_F(Widgets, TableShowsTheIndexedTableAndWritesCells)
   EXPECT_EQ(lTable.item(0, 0)->text(), QStringLiteral("8.00"));
   EXPECT_EQ(lTable.item(7, 0)->text(), QStringLiteral("15.00"));
 
+  lGains.SetUnitType(UT_DISTANCE);
+  PxUnits::SetUnit(UT_DISTANCE, 2);
+  EXPECT_EQ(lTable.item(0, 0)->text(), QStringLiteral("26.25")) << "8 m shown in feet at once";
+  PxUnits::SetUnit(UT_DISTANCE, 1);
   lTable.item(2, 0)->setText(QStringLiteral("1.5"));
   EXPECT_FLOAT_EQ(lGains.Value(10), 1.5f);
   EXPECT_EQ(lTable.item(2, 0)->text(), QStringLiteral("1.50"));
