@@ -157,9 +157,29 @@ PxSimSensor::PxSimSensor(PxConnection* aConnection)
   mLocation->SetName(tr("Location:"));
 
   mTraces.SetTimebaseScale(mTimebaseScale);
+
+  // The framework leaves these unnamed; forms that show them need a caption.
+  mDeviceName.SetName(tr("Device name:"));
+  mFieldOfView.SetName(tr("Field of view:"));
+  mChannelCount.SetName(tr("Segments:"));
 }
 
 PxSimSensor::~PxSimSensor() = default;
+
+std::vector<PxSimSensor::ConfigurationGroup> PxSimSensor::ConfigurationGroups()
+{
+  return {
+      {tr("Measurement"),
+       {mRefreshRateSetting, mAccumulation, mOversampling, mSmoothing, mTraceLength, mDetectionThreshold,
+        mNoiseRemoval}},
+      {tr("Light source and segments"), {mLightPower, mSegmentMask, mDistanceOffsets}},
+      {tr("Temperature monitoring"), {mTemperatureHigh, mTemperatureLow}},
+      {tr("Communication"), {mModbusEnabled, mModbusAddress, mBaudRate}},
+      {tr("Identification"), {&mDeviceName, mLocation}},
+      // Shown so that the user sees what the settings work against; never editable.
+      {tr("Device constants"), {&mLength, &mFieldOfView, &mChannelCount, mTemperatureScale, mTimebaseScale}},
+  };
+}
 
 QString PxSimSensor::Name() const
 {

@@ -105,6 +105,14 @@ public:
   void UpdateFirmware(const FirmwareImage& aImage,
                       const std::function<void(PtU32 aReceived, PtU32 aTotal)>& aProgress = {});
 
+  // The settings the user configures, by area, in the order a configuration form shows them.
+  struct ConfigurationGroup
+  {
+    QString mTitle;
+    std::vector<PxProperty*> mProperties;
+  };
+  std::vector<ConfigurationGroup> ConfigurationGroups();
+
   PtU64 LastDebugResult() const { return mLastDebugResult; }
   const PxTextProperty& HardwarePartNumber() const { return *mHardwarePart; }
 

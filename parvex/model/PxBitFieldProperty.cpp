@@ -1,7 +1,10 @@
 #include "PxBitFieldProperty.h"
 
 #include "PtException.h"
+#include "PxBitFieldEditor.h"
 #include "PxProperty_p.h"
+
+#include <QGridLayout>
 
 PxBitFieldProperty::PxBitFieldProperty(PtU32 aCategory, PtU32 aId, PtU16 aDeviceId, PtU32 aUnitSize)
     : PxProperty(aCategory, aId, aDeviceId, aUnitSize, sizeof(PtU32))
@@ -26,17 +29,22 @@ void PxBitFieldProperty::SetDoubleValue(size_t aIndex, double aValue)
 
 void PxBitFieldProperty::CreateWidget(QGridLayout& aLayout, bool aDisabler, QMap<int, QString>* aBitNames)
 {
-  // The bit-field editor is built with the property-bound widgets; until then the property adds
-  // nothing to the layout and mEditor stays null.
-  Q_UNUSED(aLayout);
-  Q_UNUSED(aDisabler);
-  Q_UNUSED(aBitNames);
+  if (Count() == 0) {
+    return;
+  }
+  auto* lEditor = new PxBitFieldEditor(Name());
+  lEditor->SetProperty(this, 0, aBitNames);
+  lEditor->SetDisabler(aDisabler);
+  // The box of bits is as wide as a label, its field and the field's extra all together.
+  aLayout.addWidget(lEditor, aLayout.rowCount(), 0, 1, 3);
+  mEditor = lEditor;
 }
 
 void PxBitFieldProperty::SetWidgetEnable(bool aEnable)
 {
-  // Acts on mEditor, which only CreateWidget makes; without an editor there is nothing to do.
-  Q_UNUSED(aEnable);
+  if (mEditor) {
+    mEditor->SetEnabled(aEnable);
+  }
 }
 
 PtU32 PxBitFieldProperty::Value(size_t aIndex) const

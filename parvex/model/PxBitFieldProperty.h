@@ -3,6 +3,8 @@
 #include "ParvexExport.h"
 #include "PxProperty.h"
 
+#include <QPointer>
+
 class PxBitFieldEditor;
 
 // 32-bit words whose bits are edited one by one (options, masks of available choices).
@@ -29,6 +31,6 @@ public:
   static PtU32 MaskToBit(PtU32 aMask);
 
 private:
-  // Made by CreateWidget; owned by the layout's widget.
-  PxBitFieldEditor* mEditor = nullptr;
+  // Made by CreateWidget and owned by the form; the form may go before the property.
+  QPointer<PxBitFieldEditor> mEditor;
 };

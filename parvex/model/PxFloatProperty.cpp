@@ -1,8 +1,12 @@
 #include "PxFloatProperty.h"
 
 #include "PtException.h"
+#include "PxDoubleSpinBox.h"
 #include "PxProperty_p.h"
 #include "PxUnits.h"
+
+#include <QGridLayout>
+#include <QSpinBox>
 
 #include <cmath>
 #include <limits>
@@ -96,11 +100,27 @@ void PxFloatProperty::SetTextValue(size_t aIndex, const QString& aValue)
 
 void PxFloatProperty::CreateWidget(QGridLayout& aLayout, bool aDisabler, QMap<int, QString>* aBitNames)
 {
-  // The double spin box that edits a float value is built with the property-bound widgets; until
-  // then the property adds nothing to the layout.
-  Q_UNUSED(aLayout);
   Q_UNUSED(aDisabler);
   Q_UNUSED(aBitNames);
+  const size_t lCount = Count();
+  if (lCount == 0) {
+    return;
+  }
+  // The indexer counts in an int.
+  if (lCount > static_cast<size_t>(std::numeric_limits<int>::max())) {
+    PtInvalidArgument(QStringLiteral("Count()"), QString::number(lCount), 7);
+  }
+  const int lRow = aLayout.rowCount();
+  auto* lSpinBox = new PxDoubleSpinBox;
+  lSpinBox->SetProperty(this, 0);
+  lSpinBox->SetLayout(aLayout, lRow, 1);
+  if (lCount > 1) {
+    // A value per channel: the indexer beside the spin box chooses which one is edited.
+    auto* lIndexer = new QSpinBox;
+    lIndexer->setRange(1, static_cast<int>(lCount));
+    aLayout.addWidget(lIndexer, lRow, 2);
+    lSpinBox->SetIndexer(*lIndexer);
+  }
 }
 
 void PxFloatProperty::SetWidgetEnable(bool aEnable)

@@ -3,8 +3,10 @@
 #include "PtDocumentReader.h"
 #include "PtDocumentWriter.h"
 #include "PtException.h"
+#include "PxLineEdit.h"
 
 #include <QCheckBox>
+#include <QGridLayout>
 #include <QLineEdit>
 
 #include <algorithm>
@@ -122,11 +124,25 @@ void PxTextProperty::SetValue(const PxTextProperty& aOther)
 
 void PxTextProperty::CreateWidget(QGridLayout& aLayout, bool aDisabler, QMap<int, QString>* aBitNames)
 {
-  // The line edit that edits a text value is built with the property-bound widgets; until then
-  // the property adds nothing to the layout and mLineEdit stays null.
-  Q_UNUSED(aLayout);
-  Q_UNUSED(aDisabler);
   Q_UNUSED(aBitNames);
+  if (Count() == 0) {
+    return;
+  }
+  const int lRow = aLayout.rowCount();
+  auto* lLineEdit = new PxLineEdit;
+  lLineEdit->SetProperty(this);
+  lLineEdit->SetLayout(aLayout, lRow, 1);
+  mLineEdit = lLineEdit;
+  if (aDisabler) {
+    mDisabler = new QCheckBox;
+    // Checked means the text is in use, so it starts as the line edit does.
+    mDisabler->setChecked(lLineEdit->isEnabled());
+    aLayout.addWidget(mDisabler, lRow, 2);
+    connect(mDisabler, &QCheckBox::toggled, this, &PxTextProperty::DisablerToggled);
+  }
+  if (mForceUpperCase) {
+    connect(lLineEdit, &QLineEdit::textEdited, this, &PxTextProperty::TextEdited);
+  }
 }
 
 void PxTextProperty::SetWidgetEnable(bool aEnable)
