@@ -21,7 +21,7 @@ endfunction()
 # folders are the include directories, which keeps `#include "PxProperty.h"` valid both in the tree
 # and against the flat installed layout. Headers ending in `_p.h` are private and not installed.
 function(px_add_shared_library aTarget)
-  cmake_parse_arguments(A "" "EXPORT_MACRO;UMBRELLA;INSTALL_SUBDIR" "FOLDERS;LIBS;PRIVATE_LIBS;RESOURCES" ${ARGN})
+  cmake_parse_arguments(A "PRIVATE_INSTALL" "EXPORT_MACRO;UMBRELLA;INSTALL_SUBDIR" "FOLDERS;LIBS;PRIVATE_LIBS;RESOURCES" ${ARGN})
   set(lSources)
   set(lPublicHeaders)
   set(lIncludeDirs)
@@ -66,12 +66,21 @@ function(px_add_shared_library aTarget)
   endforeach()
   file(CONFIGURE OUTPUT "${lUmbrella}" CONTENT "${lText}")
 
+  # Installed in components, so that the packages split as a distribution expects: the .so.N files
+  # in "runtime", headers, unversioned links and the CMake package in "dev". A PRIVATE_INSTALL
+  # library (the reference driver) goes with the application into a folder of its own, without
+  # headers and outside the CMake package: nothing outside the suite links it.
+  if(A_PRIVATE_INSTALL)
+    install(TARGETS ${aTarget}
+      LIBRARY DESTINATION "${PARVEX_INSTALL_PRIVATE_LIBDIR}" COMPONENT app NAMELINK_SKIP)
+    return()
+  endif()
   install(TARGETS ${aTarget} EXPORT ParvexTargets
-    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
-    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
-    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT dev
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT dev)
   install(FILES ${lPublicHeaders} "${lExportHeader}" "${lUmbrella}"
-    DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/${A_INSTALL_SUBDIR}")
+    DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/${A_INSTALL_SUBDIR}" COMPONENT dev)
 endfunction()
 
 # Adds every direct sub-folder of the current source folder that has a CMakeLists.txt (except those

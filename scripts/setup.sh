@@ -11,6 +11,7 @@ packages=(
   libgtest-dev libgmock-dev googletest libbenchmark-dev
   clang libclang-rt-dev llvm
   xvfb xauth
+  lintian help2man appstream file
 )
 
 missing=()
