@@ -38,6 +38,9 @@ PxSimTcpWidget::PxSimTcpWidget(QWidget* aParent)
   mStatus = new QLabel(this);
   mStatus->setWordWrap(true);
   mStatus->setMinimumWidth(360);
+  // Room for the longest explanation, so the dialog does not jump or cut it off when one appears.
+  mStatus->setMinimumHeight(mStatus->fontMetrics().lineSpacing() * 4);
+  mStatus->setAlignment(Qt::AlignLeft | Qt::AlignTop);
   lLayout->addRow(mStatus);
   connect(mHost, &QLineEdit::textChanged, this, &PxSimTcpWidget::LEAddressTextChanged);
   connect(mPort, &QLineEdit::textChanged, this, &PxSimTcpWidget::LEAddressTextChanged);

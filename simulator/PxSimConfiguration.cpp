@@ -116,8 +116,13 @@ void PxSimConfiguration::SetSoftwareCrc(PtU32 aCrc)
 
 void PxSimConfiguration::RunOlderFirmware()
 {
-  Mutable(ID_FPGA_VERSION).SetNumber(0, OLDER_FPGA_VERSION);
-  Mutable(ID_SOFTWARE_VERSION).SetNumber(0, OLDER_SOFTWARE_VERSION);
+  // What an update installed since stays: the option says what the device left the factory with.
+  if (!mNvm.count(ID_FPGA_VERSION)) {
+    Mutable(ID_FPGA_VERSION).SetNumber(0, OLDER_FPGA_VERSION);
+  }
+  if (!mNvm.count(ID_SOFTWARE_VERSION)) {
+    Mutable(ID_SOFTWARE_VERSION).SetNumber(0, OLDER_SOFTWARE_VERSION);
+  }
 }
 
 void PxSimConfiguration::WriteIdentity(PxProtocolWriter& aWriter) const
