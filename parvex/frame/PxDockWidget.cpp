@@ -29,10 +29,6 @@ void PxDockWidget::SetLinkedActions(QAction* aFirst, QAction* aSecond)
 void PxDockWidget::closeEvent(QCloseEvent* aEvent)
 {
   QDockWidget::closeEvent(aEvent);
-  // A window without the closable feature refuses the close: it stays, and so do its actions.
-  if (!aEvent->isAccepted()) {
-    return;
-  }
   for (QAction* lAction : {mAction1, mAction2}) {
     if (lAction) {
       lAction->setChecked(false);

@@ -107,8 +107,15 @@ struct NextDevice
   int mVersion = 0x0102;
   int mBuild = 0x0203;
   bool mFail = false;
+  bool mLimited = false;
   int mWidgets = 0;
 } sNext;
+
+class LimitedLink : public PxTestTransport
+{
+public:
+  bool IsLimitedMode() const override { return sNext.mLimited; }
+};
 
 class TestWidget : public PxConnectionWidget
 {
@@ -124,7 +131,7 @@ public:
     if (sNext.mFail) {
       return; // a real widget says why in itself
     }
-    auto* lLink = new PxTestTransport;
+    auto* lLink = new LimitedLink;
     auto* lDevice = new PxTestDevice(lLink);
     lLink->setParent(lDevice);
     lDevice->SetSoftwareVersion(static_cast<PtU16>(sNext.mVersion));
@@ -281,8 +288,11 @@ TEST_F(Shell, VersionCheckOnConnect)
 TEST_F(Shell, QuitAndDisconnectAskOnlyWithModifiedProperties)
 {
   PtModalScript lScript;
+  sNext.mLimited = true;
   ConnectThroughDialog(lScript);
   ASSERT_NE(Ui(), nullptr);
+  EXPECT_EQ(lScript.Interactions().last().mText,
+            QStringLiteral("This device is currently working in limited mode. Some features are not available."));
   EXPECT_EQ(mUi->ConnectionStatus(), QStringLiteral(" Test UI "));
   PxTextProperty& lName = Ui()->Test()->DeviceName();
   lName.SetCount(1);
