@@ -13,8 +13,8 @@
 #include <QLabel>
 
 LiveStatus::LiveStatus(PxHost& aHost, QObject* aParent)
-  : QObject(aParent)
-  , mLabel(new QLabel)
+    : QObject(aParent)
+    , mLabel(new QLabel)
 {
   mLabel->hide();
   aHost.AddStatusWidget(mLabel);
@@ -77,5 +77,5 @@ void LiveStatus::StateNewData()
   }
   ++mFrames;
   mLabel->setText(
-    tr("%1 - %2 frames at %3 Hz").arg(mConnection).arg(mFrames).arg(lState->RateResult()->Value(0), 0, 'f', 1));
+      tr("%1 - %2 frames at %3 Hz").arg(mConnection).arg(mFrames).arg(lState->RateResult()->Value(0), 0, 'f', 1));
 }

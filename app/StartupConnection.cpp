@@ -17,8 +17,7 @@
 
 #include <memory>
 
-namespace
-{
+namespace {
 QString Tr(const char* aText)
 {
   return QCoreApplication::translate("StartupConnection", aText);
@@ -43,11 +42,12 @@ bool ConnectAtStart(PxHost& aHost, const QString& aTarget)
   const QUrl lUrl(aTarget);
   const bool lTcp = lUrl.scheme() == QLatin1String(PxSimConnectionTypes::TCP);
   if (!lTcp && aTarget != QLatin1String(PxSimConnectionTypes::SIM)) {
-    PtMessageBox::ShowError(&aHost, Tr("\"%1\" is not a device address; use sim, tcp://HOST:PORT or none.").arg(aTarget));
+    PtMessageBox::ShowError(&aHost,
+                            Tr("\"%1\" is not a device address; use sim, tcp://HOST:PORT or none.").arg(aTarget));
     return false;
   }
   std::unique_ptr<PxConnectionWidget> lWidget =
-    CreateWidget(QLatin1String(lTcp ? PxSimConnectionTypes::TCP : PxSimConnectionTypes::SIM));
+      CreateWidget(QLatin1String(lTcp ? PxSimConnectionTypes::TCP : PxSimConnectionTypes::SIM));
   if (!lWidget) {
     return false;
   }

@@ -16,8 +16,7 @@
 #include <memory>
 #include <stdexcept>
 
-namespace
-{
+namespace {
 bool sRegistered = false;
 QString sStateDir;
 bool sOlderFirmware = false;

@@ -10,7 +10,7 @@
 #include <QVBoxLayout>
 
 PxSimInProcessWidget::PxSimInProcessWidget(QWidget* aParent)
-  : PxConnectionWidget(aParent)
+    : PxConnectionWidget(aParent)
 {
   auto* lLayout = new QVBoxLayout(this);
   lLayout->setContentsMargins(0, 0, 0, 0);

@@ -13,17 +13,16 @@
 #include <QLineEdit>
 #include <QRegularExpressionValidator>
 
-namespace
-{
+namespace {
 // Host names (letters, digits, hyphens and dots) and IPv4 or IPv6 addresses.
 const QRegularExpression HOST_CHARACTERS(QStringLiteral("[A-Za-z0-9.:\\-]{0,253}"));
-const QRegularExpression HOST_NAME(
-  QStringLiteral("^[A-Za-z0-9]([A-Za-z0-9\\-]{0,61}[A-Za-z0-9])?(\\.[A-Za-z0-9]([A-Za-z0-9\\-]{0,61}[A-Za-z0-9])?)*$"));
+const QRegularExpression HOST_NAME(QStringLiteral(
+    "^[A-Za-z0-9]([A-Za-z0-9\\-]{0,61}[A-Za-z0-9])?(\\.[A-Za-z0-9]([A-Za-z0-9\\-]{0,61}[A-Za-z0-9])?)*$"));
 } // namespace
 
 PxSimTcpWidget::PxSimTcpWidget(QWidget* aParent)
-  : PxConnectionWidget(aParent)
-  , mTimeoutMs(PxTcpConnection::DEFAULT_CONNECT_TIMEOUT_MS)
+    : PxConnectionWidget(aParent)
+    , mTimeoutMs(PxTcpConnection::DEFAULT_CONNECT_TIMEOUT_MS)
 {
   auto* lLayout = new QFormLayout(this);
   lLayout->setContentsMargins(0, 0, 0, 0);
@@ -114,8 +113,7 @@ void PxSimTcpWidget::Connect()
   mConnection = new PxTcpConnection(lHost, lPort);
   // Queued: the outcome is handled once the socket has finished emitting, since handling it may
   // delete the connection and its socket.
-  connect(mConnection, &PxTcpConnection::ConnectFinished, this, &PxSimTcpWidget::ConnectFinished,
-          Qt::QueuedConnection);
+  connect(mConnection, &PxTcpConnection::ConnectFinished, this, &PxSimTcpWidget::ConnectFinished, Qt::QueuedConnection);
   mHost->setEnabled(false);
   mPort->setEnabled(false);
   ShowStatus(tr("Connecting to %1, port %2... (Cancel stops it)").arg(lHost).arg(lPort), false);
@@ -143,24 +141,24 @@ void PxSimTcpWidget::ConnectFinished(bool aConnected)
     case PxTcpConnection::CONNECT_REFUSED:
       lText = tr("%1 refused the connection on port %2. Check that the sensor (or parvex-sim) is running and "
                  "that the port is right.")
-                .arg(lHost)
-                .arg(lPort);
+                  .arg(lHost)
+                  .arg(lPort);
       break;
     case PxTcpConnection::CONNECT_HOST_NOT_FOUND:
       lText = tr("The host \"%1\" could not be found. Check the spelling of the name, or enter the sensor's IP "
                  "address.")
-                .arg(lHost);
+                  .arg(lHost);
       break;
     case PxTcpConnection::CONNECT_UNREACHABLE:
       lText = tr("The network cannot reach %1. Check the address and that this computer is on the sensor's "
                  "network.")
-                .arg(lHost);
+                  .arg(lHost);
       break;
     case PxTcpConnection::CONNECT_TIMED_OUT:
       lText = tr("%1 did not answer within %2 seconds. Check the address, the network cable, and that the sensor "
                  "is switched on.")
-                .arg(lHost)
-                .arg(mTimeoutMs / 1000.0, 0, 'g', 3);
+                  .arg(lHost)
+                  .arg(mTimeoutMs / 1000.0, 0, 'g', 3);
       break;
     default:
       lText = tr("Could not connect to %1, port %2: %3").arg(lHost).arg(lPort).arg(lConnection->ErrorString());
@@ -177,9 +175,9 @@ void PxSimTcpWidget::ConnectFinished(bool aConnected)
     QString lText;
     PtExtractException(e, nullptr, &lText);
     Fail(tr("%1, port %2 accepted the connection, but no Parvex sensor answered there: %3")
-           .arg(lHost)
-           .arg(lPort)
-           .arg(lText));
+             .arg(lHost)
+             .arg(lPort)
+             .arg(lText));
     return;
   }
   PxSimConnectionTypes::StoreTcpAddress(lHost, lPort);

@@ -15,8 +15,7 @@
 
 using namespace PxSimProtocol;
 
-namespace
-{
+namespace {
 QString sFirmwareDirectory;
 
 constexpr quint32 FIRMWARE_SIGNATURE = 0x57465850; // "PXFW"
@@ -24,9 +23,9 @@ constexpr quint16 FIRMWARE_LAYOUT = 1;
 } // namespace
 
 PxSimUpdateJob::PxSimUpdateJob(PxSimSensor& aSensor, const PxSimSensor::FirmwareImage& aImage, bool aCloseLinkAfter)
-  : mSensor(&aSensor)
-  , mImage(aImage)
-  , mCloseLinkAfter(aCloseLinkAfter)
+    : mSensor(&aSensor)
+    , mImage(aImage)
+    , mCloseLinkAfter(aCloseLinkAfter)
 {
 }
 
@@ -42,8 +41,9 @@ QString PxSimUpdateJob::VersionText(PtByte aComponent, PtU16 aVersion)
 QString PxSimUpdateJob::Description() const
 {
   return mImage.mComponent == COMPONENT_FPGA
-           ? tr("Installing FPGA version %1 on the Parvex 16.").arg(VersionText(mImage.mComponent, mImage.mVersion))
-           : tr("Installing software version %1 on the Parvex 16.").arg(VersionText(mImage.mComponent, mImage.mVersion));
+             ? tr("Installing FPGA version %1 on the Parvex 16.").arg(VersionText(mImage.mComponent, mImage.mVersion))
+             : tr("Installing software version %1 on the Parvex 16.")
+                   .arg(VersionText(mImage.mComponent, mImage.mVersion));
 }
 
 void PxSimUpdateJob::Run()
@@ -97,7 +97,8 @@ void PxSimUpdateJob::WriteFirmwareFile(const QString& aFileName, const PxSimSens
 QString PxSimUpdateJob::FirmwareDirectory()
 {
   if (sFirmwareDirectory.isEmpty()) {
-    sFirmwareDirectory = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QStringLiteral("/firmware");
+    sFirmwareDirectory =
+        QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QStringLiteral("/firmware");
   }
   return sFirmwareDirectory;
 }

@@ -20,15 +20,15 @@
 #include <memory>
 
 PxDeviceUi::PxDeviceUi(PxDevice* aDevice)
-  : mLoad(tr("Load Configuration..."))
-  , mSave(tr("Save Configuration..."))
-  , mConfigurationMenu(tr("Configuration"))
-  , mActionMenu(tr("Action"))
-  , mApply(QIcon(QStringLiteral(":/icons/Apply.png")), tr("Apply"))
-  , mUndo(QIcon(QStringLiteral(":/icons/Undo.png")), tr("Undo"))
-  , mReset(tr("Reset..."))
-  , mUpdate(tr("Update..."))
-  , mDevice(aDevice)
+    : mLoad(tr("Load Configuration..."))
+    , mSave(tr("Save Configuration..."))
+    , mConfigurationMenu(tr("Configuration"))
+    , mActionMenu(tr("Action"))
+    , mApply(QIcon(QStringLiteral(":/icons/Apply.png")), tr("Apply"))
+    , mUndo(QIcon(QStringLiteral(":/icons/Undo.png")), tr("Undo"))
+    , mReset(tr("Reset..."))
+    , mUpdate(tr("Update..."))
+    , mDevice(aDevice)
 {
   PT_ASSERT(aDevice);
   PxHost* lHost = PxStaticUi::Host();
@@ -216,10 +216,10 @@ void PxDeviceUi::MIFileLoadConfigTriggered()
     PxDevice::FileHeader lHeader;
     mDevice->PreLoadFile(lReader, lHeader);
     const QString lQuestion =
-      tr("This file was saved with the following information:\n\nName: %1\nSerial number: %2\nDate: %3\n"
-         "Comment: %4\n\nAre you sure you want to load this file to the currently connected %5?")
-        .arg(lHeader.mName, lHeader.mSerialNumber, lHeader.mDate.toString(Qt::TextDate), lHeader.mComment,
-             mDevice->Name());
+        tr("This file was saved with the following information:\n\nName: %1\nSerial number: %2\nDate: %3\n"
+           "Comment: %4\n\nAre you sure you want to load this file to the currently connected %5?")
+            .arg(lHeader.mName, lHeader.mSerialNumber, lHeader.mDate.toString(Qt::TextDate), lHeader.mComment,
+                 mDevice->Name());
     if (Question(lQuestion)) {
       mDevice->LoadConfiguration(lReader);
     }
@@ -328,11 +328,12 @@ void PxDeviceUi::RestoreLayout()
     if (!lSettings.value(QStringLiteral("Floating")).toBool()) {
       continue;
     }
-    PxDockWidget* lWindow =
-      RequestWindow(lSettings.value(QStringLiteral("Id")).toUInt(), lSettings.value(QStringLiteral("Flags")).toUInt());
+    PxDockWidget* lWindow = RequestWindow(lSettings.value(QStringLiteral("Id")).toUInt(),
+                                          lSettings.value(QStringLiteral("Flags")).toUInt());
     if (lWindow) {
       lWindow->move(lSettings.value(QStringLiteral("Left")).toInt(), lSettings.value(QStringLiteral("Top")).toInt());
-      lWindow->resize(lSettings.value(QStringLiteral("Width")).toInt(), lSettings.value(QStringLiteral("Height")).toInt());
+      lWindow->resize(lSettings.value(QStringLiteral("Width")).toInt(),
+                      lSettings.value(QStringLiteral("Height")).toInt());
     }
   }
   lSettings.endArray();

@@ -12,14 +12,13 @@
 
 #include <algorithm>
 
-namespace
-{
+namespace {
 const char* const SETTINGS_GROUP = "ConnectionDialog";
 const char* const TYPE_KEY = "Type";
 } // namespace
 
 PxConnectionDialog::PxConnectionDialog(QWidget* aParent)
-  : PtDialog(aParent)
+    : PtDialog(aParent)
 {
   mTypeLabel = new QLabel(tr("Select a connection type:"), this);
   mTypes = new QComboBox(this);

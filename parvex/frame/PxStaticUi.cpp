@@ -19,8 +19,7 @@
 
 #include <memory>
 
-namespace
-{
+namespace {
 Q_LOGGING_CATEGORY(lcFrame, "parvex.frame")
 
 // Stand-in for the replay and serial-port forms until they have their own classes: a window
@@ -29,8 +28,8 @@ class PlaceholderForm : public PxDockWidget
 {
 public:
   PlaceholderForm(QWidget* aParent, unsigned int aPermanentId, const QString& aTitle, const QString& aText)
-    : PxDockWidget(aParent)
-    , mPermanentId(aPermanentId)
+      : PxDockWidget(aParent)
+      , mPermanentId(aPermanentId)
   {
     setWindowTitle(aTitle);
     auto* lLabel = new QLabel(aText, this);
@@ -81,9 +80,9 @@ PxDeviceUi* PxStaticUi::Ui()
 }
 
 PxStaticUi::PxStaticUi(PxHost* aHost)
-  : mConnectIcon(QStringLiteral(":/icons/Connect.png"))
-  , mDisconnectIcon(QStringLiteral(":/icons/Disconnect.png"))
-  , mHost(aHost)
+    : mConnectIcon(QStringLiteral(":/icons/Connect.png"))
+    , mDisconnectIcon(QStringLiteral(":/icons/Disconnect.png"))
+    , mHost(aHost)
 {
   mDeviceMenu = aHost->AddMenu(tr("Device"));
   mReplay.setText(tr("Replay..."));
@@ -246,7 +245,7 @@ bool PxStaticUi::CanDisconnect(const QString& aAction)
   PxDevice* lDevice = mUi->Device();
   if (lDevice->PropertyModified() &&
       !PtMessageBox::Question(mHost, tr("Some properties are modified.") + QStringLiteral("\n\n") +
-                                       tr("Do you really want to %1?").arg(aAction))) {
+                                         tr("Do you really want to %1?").arg(aAction))) {
     return false;
   }
   lDevice->RestoreProperties();
@@ -371,7 +370,8 @@ void PxStaticUi::VerifyLimitedMode()
 bool PxStaticUi::VerifyVersions()
 {
   PxDevice* lDevice = mUi->Device();
-  const auto& lVersionProperty = static_cast<const PxIntegerProperty&>(lDevice->Property(PxDevice::ID_SOFTWARE_VERSION));
+  const auto& lVersionProperty =
+      static_cast<const PxIntegerProperty&>(lDevice->Property(PxDevice::ID_SOFTWARE_VERSION));
   const auto& lBuildProperty = static_cast<const PxIntegerProperty&>(lDevice->Property(PxDevice::ID_FPGA_VERSION));
   const int lDeviceVersion = (lVersionProperty.Count() > 0 ? lVersionProperty.Value(0) : 0) & 0xFFFF & ~VERSION_FLAGS;
   const int lDeviceBuild = lBuildProperty.Count() > 0 ? lBuildProperty.Value(0) : 0;
@@ -382,15 +382,15 @@ bool PxStaticUi::VerifyVersions()
 
   if (lDeviceVersion >= NON_STANDARD_VERSION) {
     PtMessageBox::ShowWarning(mHost, tr("The device you are connecting to has a non-standard firmware version.") +
-                                       QStringLiteral("\n\n") +
-                                       tr("Please contact technical support if you encounter problems."));
+                                         QStringLiteral("\n\n") +
+                                         tr("Please contact technical support if you encounter problems."));
     return true;
   }
   if (lDeviceVersion > lSoftwareVersion) {
     if (PtMessageBox::Question(mHost, tr("The device you are connecting to has a more recent firmware") +
-                                        QLatin1Char('\n') +
-                                        tr("version than the configuration software on your computer.") +
-                                        QStringLiteral("\n\n") + tr("Do you still want to connect?"))) {
+                                          QLatin1Char('\n') +
+                                          tr("version than the configuration software on your computer.") +
+                                          QStringLiteral("\n\n") + tr("Do you still want to connect?"))) {
       return true;
     }
     lDevice->Disconnect();
@@ -400,7 +400,7 @@ bool PxStaticUi::VerifyVersions()
     return true;
   }
   if (!PtMessageBox::Question(mHost, tr("The software in your %1 device is not up to date.").arg(lDevice->Name()) +
-                                       QStringLiteral("\n\n") + tr("Do you want to update to the latest version?"))) {
+                                         QStringLiteral("\n\n") + tr("Do you want to update to the latest version?"))) {
     return true;
   }
   auto lRunUpdate = [&](int aComponent) {

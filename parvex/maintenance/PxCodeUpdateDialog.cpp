@@ -13,13 +13,12 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
-namespace
-{
+namespace {
 Q_LOGGING_CATEGORY(lcMaintenance, "parvex.maintenance")
 }
 
 PxCodeUpdateDialog::PxCodeUpdateDialog(QWidget* aParent)
-  : PtDialog(aParent)
+    : PtDialog(aParent)
 {
   setWindowTitle(tr("Firmware Update"));
   auto* lLayout = new QVBoxLayout(this);
@@ -110,7 +109,7 @@ void PxCodeUpdateDialog::RunJob()
     } else {
       PtErrorLogForm::LogError(e);
       PtMessageBox::ShowError(this, tr("The firmware update failed: %1\n\nThe device keeps its previous firmware.")
-                                      .arg(lText.isEmpty() ? QString::fromLocal8Bit(e.what()) : lText));
+                                        .arg(lText.isEmpty() ? QString::fromLocal8Bit(e.what()) : lText));
     }
   }
   mRunning = false;

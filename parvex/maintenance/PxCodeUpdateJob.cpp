@@ -7,7 +7,7 @@
 #include <stdexcept>
 
 PxCodeUpdateJob::PxCodeUpdateJob(QObject* aParent)
-  : QObject(aParent)
+    : QObject(aParent)
 {
 }
 

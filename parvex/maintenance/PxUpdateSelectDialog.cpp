@@ -7,8 +7,8 @@
 #include <QVBoxLayout>
 
 PxUpdateSelectDialog::PxUpdateSelectDialog(QWidget* aParent, const QList<FirmwareFile>& aFiles)
-  : PtDialog(aParent)
-  , mFiles(aFiles)
+    : PtDialog(aParent)
+    , mFiles(aFiles)
 {
   setWindowTitle(tr("Firmware Update"));
   auto* lLayout = new QVBoxLayout(this);

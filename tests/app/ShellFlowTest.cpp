@@ -32,15 +32,14 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
-#include <gtest/gtest.h>
 
 #include <algorithm>
+#include <gtest/gtest.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
-namespace
-{
+namespace {
 QPushButton* Button(QWidget* aParent, const QString& aText)
 {
   for (QPushButton* b : aParent->findChildren<QPushButton*>()) {
@@ -94,7 +93,7 @@ protected:
   int SoftwareVersion() const
   {
     return static_cast<const PxIntegerProperty&>(PxStaticUi::Ui()->Device()->Property(PxDevice::ID_SOFTWARE_VERSION))
-             .Value(0) &
+               .Value(0) &
            0x3FFF;
   }
   // Waits for a torn-down device UI to go, as the host's ticks make it.
@@ -146,12 +145,12 @@ TEST_F(ShellFlow, TcpWidgetChecksWhatIsTypedAndExplainsFailures)
   {
     QString mHost, mPort, mStatus;
   } lCases[] = {
-    {"", "48016", "Enter the host name or IP address of the sensor."},
-    {"sensor one", "48016", ""}, // the blank is refused as it is typed
-    {"-sensor", "48016", "\"-sensor\" is not a valid host name or IP address."},
-    {"10.0.0.7", "0", "Enter a port number between 1 and 65535."},
-    {"10.0.0.7", "70000", "Enter a port number between 1 and 65535."},
-    {"fe80::1", "4801a6", ""}, // letters never reach the port field
+      {"", "48016", "Enter the host name or IP address of the sensor."},
+      {"sensor one", "48016", ""}, // the blank is refused as it is typed
+      {"-sensor", "48016", "\"-sensor\" is not a valid host name or IP address."},
+      {"10.0.0.7", "0", "Enter a port number between 1 and 65535."},
+      {"10.0.0.7", "70000", "Enter a port number between 1 and 65535."},
+      {"fe80::1", "4801a6", ""}, // letters never reach the port field
   };
   for (const Typed& c : lCases) {
     lWidget.HostEdit()->clear();
@@ -176,8 +175,8 @@ TEST_F(ShellFlow, TcpWidgetChecksWhatIsTypedAndExplainsFailures)
     quint16 mPort;
     QString mWords;
   } lFailures[] = {
-    {"127.0.0.1", lClosedPort, "refused the connection on port"},
-    {"no-such-sensor.invalid", 48016, "could not be found"},
+      {"127.0.0.1", lClosedPort, "refused the connection on port"},
+      {"no-such-sensor.invalid", 48016, "could not be found"},
   };
   for (const auto& f : lFailures) {
     lWidget.HostEdit()->setText(f.mHost);
@@ -281,15 +280,15 @@ TEST_F(ShellFlow, TcpConnectionKeepsTheAddressThatWorked)
   // The simulator in a process of its own: this thread blocks in each exchange, as it would with a
   // real sensor.
   QProcess lSimulator;
-  lSimulator.start(QStringLiteral(PARVEX_SIM_PROGRAM), {QStringLiteral("--port"), QStringLiteral("0"), QStringLiteral("--no-state")});
+  lSimulator.start(QStringLiteral(PARVEX_SIM_PROGRAM),
+                   {QStringLiteral("--port"), QStringLiteral("0"), QStringLiteral("--no-state")});
   QSignalSpy lListening(&lSimulator, &QProcess::readyReadStandardOutput);
   ASSERT_TRUE(lListening.wait(PxTest::WAIT_MS));
   const QString lLine = QString::fromLatin1(lSimulator.readLine()).trimmed();
   const QString lPort = lLine.section(QLatin1Char(':'), -1);
   PtModalScript lScript;
-  QueueConnect(lScript, QStringLiteral("TCP"), [&](QWidget* aWidget) {
-    static_cast<PxSimTcpWidget*>(aWidget)->PortEdit()->setText(lPort);
-  });
+  QueueConnect(lScript, QStringLiteral("TCP"),
+               [&](QWidget* aWidget) { static_cast<PxSimTcpWidget*>(aWidget)->PortEdit()->setText(lPort); });
   PxStaticUi::Singleton()->ConnectAction()->trigger();
   ASSERT_NE(PxStaticUi::Ui(), nullptr);
   EXPECT_EQ(mWindow.windowTitle(), QStringLiteral("Parvex 16 - Parvex Configuration"));
@@ -377,7 +376,8 @@ TEST_F(ShellFlow, CutOffOrDamagedUpdateLeavesTheOldFirmware)
   lOut.close();
   PxStaticUi::Ui()->Update(lDamaged, 2, 0);
   EXPECT_EQ(lScript.Interactions().last().mKind, PtModalScript::K_ERROR);
-  EXPECT_TRUE(lScript.Interactions().last().mText.contains(QStringLiteral("is damaged"))) << lScript.Interactions().last().mText.toStdString();
+  EXPECT_TRUE(lScript.Interactions().last().mText.contains(QStringLiteral("is damaged")))
+      << lScript.Interactions().last().mText.toStdString();
   EXPECT_EQ(SoftwareVersion(), lOld);
   EXPECT_EQ(lScript.Pending(), 0);
 }

@@ -22,14 +22,14 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QRegularExpression>
-#include <QSignalSpy>
 #include <QSettings>
+#include <QSignalSpy>
 #include <QStatusBar>
 #include <QToolBar>
+
 #include <gtest/gtest.h>
 
-namespace
-{
+namespace {
 class TestHost : public PxHost
 {
 public:
@@ -72,8 +72,8 @@ class TestForm : public PxDockWidget
 {
 public:
   TestForm(QWidget* aParent, unsigned int aKind)
-    : PxDockWidget(aParent)
-    , mKind(aKind)
+      : PxDockWidget(aParent)
+      , mKind(aKind)
   {
     setWindowTitle(QStringLiteral("Form %1").arg(aKind));
     setWidget(new QLabel(windowTitle()));
@@ -121,7 +121,7 @@ class TestWidget : public PxConnectionWidget
 {
 public:
   explicit TestWidget(QWidget* aParent)
-    : PxConnectionWidget(aParent)
+      : PxConnectionWidget(aParent)
   {
     ++sNext.mWidgets;
   }
@@ -142,8 +142,14 @@ public:
   PxDeviceUi* mUi = nullptr;
 };
 
-PxConnection* NoConnection() { return nullptr; }
-PxConnectionWidget* MakeWidget(QWidget* aParent) { return new TestWidget(aParent); }
+PxConnection* NoConnection()
+{
+  return nullptr;
+}
+PxConnectionWidget* MakeWidget(QWidget* aParent)
+{
+  return new TestWidget(aParent);
+}
 
 // A host with the application UI around it and aTypes registered connection types.
 class Shell : public ::testing::Test
@@ -168,8 +174,8 @@ protected:
   {
     PxConnection::sTypes.clear();
     for (int i = 0; i < aCount; ++i) {
-      PxConnection::sTypes.push_back({QStringLiteral("t%1").arg(i), QStringLiteral("Type %1").arg(i), &NoConnection,
-                                      &MakeWidget, nullptr});
+      PxConnection::sTypes.push_back(
+          {QStringLiteral("t%1").arg(i), QStringLiteral("Type %1").arg(i), &NoConnection, &MakeWidget, nullptr});
     }
   }
   // Connects through "Connect..." with the dialog's Connect button, as a user would.
@@ -248,14 +254,14 @@ TEST_F(Shell, VersionCheckOnConnect)
     bool mSetUp;
     QStringList mJobs;
   } lCases[] = {
-    {0x0102, 0x0203, {}, {}, true, {}},
-    {0xC102, 0x0203, {}, {}, true, {}}, // the two flag bits are not version
-    {2559, 0x0203, {QMessageBox::No}, {lNewer}, false, {}},
-    {2559, 0x0203, {QMessageBox::Yes}, {lNewer}, true, {}},
-    {2560, 0x0203, {}, {lSpecial}, true, {}},
-    {0x0101, 0x0203, {QMessageBox::No}, {lOld}, true, {}},
-    {0x0101, 0x0202, {QMessageBox::Yes}, {lOld}, false, {"CreateComponentUpdateJob 2", "CreateComponentUpdateJob 1"}},
-    {0x0102, 0x0202, {QMessageBox::Yes}, {lOld}, true, {"CreateComponentUpdateJob 2"}},
+      {0x0102, 0x0203, {}, {}, true, {}},
+      {0xC102, 0x0203, {}, {}, true, {}}, // the two flag bits are not version
+      {2559, 0x0203, {QMessageBox::No}, {lNewer}, false, {}},
+      {2559, 0x0203, {QMessageBox::Yes}, {lNewer}, true, {}},
+      {2560, 0x0203, {}, {lSpecial}, true, {}},
+      {0x0101, 0x0203, {QMessageBox::No}, {lOld}, true, {}},
+      {0x0101, 0x0202, {QMessageBox::Yes}, {lOld}, false, {"CreateComponentUpdateJob 2", "CreateComponentUpdateJob 1"}},
+      {0x0102, 0x0202, {QMessageBox::Yes}, {lOld}, true, {"CreateComponentUpdateJob 2"}},
   };
   for (const Case& c : lCases) {
     SCOPED_TRACE(QStringLiteral("version %1 build %2").arg(c.mVersion, 0, 16).arg(c.mBuild, 0, 16).toStdString());
@@ -402,8 +408,8 @@ TEST_F(Shell, DeviceUiConfigurationFilesResetAndErrors)
   Ui()->LoadAction()->trigger();
   const QString lAsked = lScript.Interactions().last().mText;
   const QRegularExpression lExpected(QStringLiteral(
-    "^This file was saved with the following information:\n\nName: \nSerial number: SN-7\nDate: .+\n"
-    "Comment: \n\nAre you sure you want to load this file to the currently connected test device\\?$"));
+      "^This file was saved with the following information:\n\nName: \nSerial number: SN-7\nDate: .+\n"
+      "Comment: \n\nAre you sure you want to load this file to the currently connected test device\\?$"));
   EXPECT_TRUE(lExpected.match(lAsked).hasMatch()) << lAsked.toStdString();
   EXPECT_FALSE(lDevice->mCalls.contains(QStringLiteral("WriteConfiguration"))) << "a no loads nothing";
   EXPECT_EQ(lScript.Interactions().at(lScript.Interactions().size() - 2).mOptions.value(0),
