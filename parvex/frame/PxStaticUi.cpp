@@ -221,6 +221,7 @@ void PxStaticUi::InstallUi(PxDeviceUi* aUi)
   if (aUi != mUi) {
     delete mUi;
     mUi = aUi;
+    mUiSetUp = false;
   }
   if (mUi) {
     // Never tear down inside the device's own disconnect processing.
@@ -228,6 +229,7 @@ void PxStaticUi::InstallUi(PxDeviceUi* aUi)
     VerifyLimitedMode();
     if (VerifyVersions()) {
       mUi->Setup();
+      mUiSetUp = true;
       if (mHost->UseSavedLayout()) {
         mUi->RestoreLayout();
       }
@@ -255,11 +257,12 @@ bool PxStaticUi::CanDisconnect(const QString& aAction)
 void PxStaticUi::Teardown()
 {
   PT_ASSERT(mUi);
-  if (mHost->UseSavedLayout()) {
+  if (mHost->UseSavedLayout() && mUiSetUp) {
     mUi->SaveLayout();
   }
   PxDeviceUi* lUi = mUi;
   mUi = nullptr;
+  mUiSetUp = false;
   delete lUi;
   Q_EMIT UiChanged();
   UpdateControls();

@@ -94,6 +94,9 @@ private:
   PxHost* mHost = nullptr;
   bool mPendingTeardown = false;
   PxDeviceUi* mUi = nullptr;
+  // Whether mUi passed the version check and was set up (its layout restored). One that was
+  // refused has no windows; saving its layout would wipe the one the user keeps for the device.
+  bool mUiSetUp = false;
   PxDockWidget* mReplayForm = nullptr;
   PxDockWidget* mSerialPortForm = nullptr;
 

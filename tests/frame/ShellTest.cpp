@@ -457,6 +457,12 @@ TEST_F(Shell, LayoutOfTwoDockedAndOneFloatingWindowComesBack)
   const QRect lFloatRect = lFloat->geometry();
   mUi->ConnectAction()->trigger(); // saves the layout at teardown
   ASSERT_EQ(PxStaticUi::Ui(), nullptr);
+  sNext.mVersion = 2559; // a newer device the user does not connect leaves the layout alone
+  ConnectThroughDialog(lScript, {QMessageBox::No});
+  Q_EMIT mHost.Tick();
+  QCoreApplication::processEvents();
+  ASSERT_EQ(PxStaticUi::Ui(), nullptr);
+  sNext.mVersion = 0x0102;
 
   ConnectThroughDialog(lScript); // restores it
   ASSERT_NE(Ui(), nullptr);
