@@ -1,13 +1,33 @@
 #include "ConfigWindow.h"
-#include "DeviceSession.h"
+#include "LiveStatus.h"
+#include "PxDocumentManager.h"
 #include "PxEntry.h"
 #include "PxRecorder.h"
+#include "PxSimConnectionTypes.h"
 #include "PxSimDriver.h"
+#include "StartupConnection.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QDir>
+#include <QFileInfo>
 #include <QStandardPaths>
 #include <cstdio>
+
+namespace
+{
+// The user guide: installed beside the program (share/doc/parvex), or in the source tree of a
+// build that was never installed.
+QString UserGuidePath()
+{
+  const QString lInstalled =
+    QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("../share/doc/parvex-config/user-guide.html"));
+  if (QFileInfo::exists(lInstalled)) {
+    return QFileInfo(lInstalled).canonicalFilePath();
+  }
+  return QStringLiteral(PARVEX_SOURCE_DOCS "/user-guide.html");
+}
+} // namespace
 
 int main(int argc, char** argv)
 {
@@ -25,7 +45,10 @@ int main(int argc, char** argv)
   const QCommandLineOption lConnect(QStringLiteral("connect"),
                                     QCoreApplication::translate("main", "The sensor to connect to at start: sim (the built-in simulated sensor, the default), tcp://HOST:PORT, or none."),
                                     QStringLiteral("target"), QStringLiteral("sim"));
+  const QCommandLineOption lOlder(QStringLiteral("old-firmware"),
+                                  QCoreApplication::translate("main", "Start the built-in simulated sensor on the previous firmware release, to try the update."));
   lParser.addOption(lConnect);
+  lParser.addOption(lOlder);
   lParser.process(lApp);
 
   // A new user's first recording and log land in their documents folder, not in the library's
@@ -41,16 +64,17 @@ int main(int argc, char** argv)
       return 1;
     }
     PxSimDriver::Register(&lWindow);
+    PxSimConnectionTypes::SetSimulatorStateDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) +
+                                               QStringLiteral("/simulator"));
+    PxSimConnectionTypes::SetSimulatorOnOlderFirmware(lParser.isSet(lOlder));
+    // Product type 0: the guide covers every sensor this application configures.
+    PxDocumentManager::RegisterDocument(0, UserGuidePath(), QCoreApplication::translate("main", "Parvex Configuration User Guide"));
+
+    LiveStatus lStatus(lWindow);
     lWindow.RestoreWindowSettings();
     lWindow.show();
-
-    DeviceSession lSession(lWindow);
-    const QString lTarget = lParser.value(lConnect);
-    if (lTarget != QLatin1String("none")) {
-      lSession.Open(lTarget, QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QStringLiteral("/simulator"));
-    }
+    ConnectAtStart(lWindow, lParser.value(lConnect));
     lResult = lApp.exec();
-    lSession.Close();
     PxShutdown();
   }
   return lResult;

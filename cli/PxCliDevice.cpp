@@ -6,6 +6,7 @@
 #include "PxConnection.h"
 #include "PxControlConnection.h"
 #include "PxInProcessConnection.h"
+#include "PxSimConnectionTypes.h"
 #include "PxSimSensor.h"
 #include "PxTcpConnection.h"
 
@@ -190,12 +191,10 @@ int Load(Parser& aParser, Session& aSession, const QStringList& aArguments)
 int RunConnections(const QStringList& aArguments)
 {
   Parser lParser(QStringLiteral("connections"),
-                 Tr("Lists the kinds of connection and the devices reachable through each.\n\n"
-                    "The reference driver offers sim (the simulated sensor in this process, always there) "
-                    "and tcp (a sensor or parvex-sim on the network; probed at 127.0.0.1:%1 unless --probe "
-                    "names other addresses). Connection types that drivers enter in the connection registry "
-                    "are listed too, with the devices their listers find; the registry fills as the "
-                    "drivers' connection widgets are registered.")
+                 Tr("Lists the connection types the drivers register and the devices reachable through each.\n\n"
+                    "The reference driver registers sim (the simulated sensor in this process, always there) "
+                    "and tcp (a sensor or parvex-sim on the network: the last address the application "
+                    "connected to and 127.0.0.1:%1, or the addresses --probe names).")
                      .arg(PxTcpConnection::DEFAULT_PORT));
   const QCommandLineOption lProbe(QStringLiteral("probe"),
                                   Tr("A tcp address to look for a device at (HOST:PORT); may be repeated."),
@@ -228,33 +227,35 @@ int RunConnections(const QStringList& aArguments)
     }
   };
 
-  QStringList lRegistered;
+  // Every type the drivers registered, with the devices its lister finds. The reference driver's
+  // two are probed for who answers; --probe names the tcp addresses to look at instead of its
+  // lister's guesses.
   for (const PxConnection::Type& lType : PxConnection::sTypes) {
-    lRegistered << lType.mName;
+    QStringList lAddresses = PxConnection::ListDevices(lType.mName);
+    const bool lTcp = lType.mName == QLatin1String(PxSimConnectionTypes::TCP);
+    const bool lOurs = lTcp || lType.mName == QLatin1String(PxSimConnectionTypes::SIM);
+    if (lTcp && lParser.Qt().isSet(lProbe)) {
+      lAddresses.clear();
+      for (const QString& lAddress : lProbes) {
+        lAddresses << QStringLiteral("tcp://") + lAddress;
+      }
+    }
     QJsonArray lDevices;
     QStringList lFound;
-    for (const QString& lDevice : PxConnection::ListDevices(lType.mName)) {
-      lDevices.append(QJsonObject{{QStringLiteral("address"), lDevice}});
-      lFound << lDevice;
+    for (const QString& lAddress : lAddresses) {
+      if (!lOurs) {
+        lDevices.append(QJsonObject{{QStringLiteral("address"), lAddress}});
+        lFound << lAddress;
+        continue;
+      }
+      const QString lDevice = Probe(lAddress, lTimeoutMs, lDevices);
+      lFound << (lDevice.isEmpty() ? Tr("%1: no device answers").arg(lAddress)
+                                   : QStringLiteral("%1: %2").arg(lAddress, lDevice));
+    }
+    if (lTcp && lAddresses.isEmpty()) {
+      lFound << Tr("no device answers at %1").arg(lProbes.join(QStringLiteral(", ")));
     }
     lAdd(lType.mName, lType.mDescription, lDevices, lFound);
-  }
-  if (!lRegistered.contains(QStringLiteral("sim"))) {
-    QJsonArray lDevices;
-    const QString lFound = Probe(QStringLiteral("sim"), lTimeoutMs, lDevices);
-    lAdd(QStringLiteral("sim"), Tr("simulated Parvex 16 in this process"), lDevices,
-         {QStringLiteral("sim: %1").arg(lFound)});
-  }
-  if (!lRegistered.contains(QStringLiteral("tcp"))) {
-    QJsonArray lDevices;
-    QStringList lFound;
-    for (const QString& lAddress : lProbes) {
-      const QString lUrl = QStringLiteral("tcp://") + lAddress;
-      const QString lDevice = Probe(lUrl, lTimeoutMs, lDevices);
-      lFound << (lDevice.isEmpty() ? Tr("%1: no device answers").arg(lUrl)
-                                   : QStringLiteral("%1: %2").arg(lUrl, lDevice));
-    }
-    lAdd(QStringLiteral("tcp"), Tr("PtCom over TCP"), lDevices, lFound);
   }
   if (lParser.Json()) {
     PrintJson(lTypes);

@@ -3,6 +3,7 @@
 #include "PtDocumentReader.h"
 #include "PxHost.h"
 #include "PxRecordPlayer.h"
+#include "PxSimConnectionTypes.h"
 #include "PxSimSensor.h"
 
 #include <QCoreApplication>
@@ -25,6 +26,7 @@ void PxSimDriver::Register(PxHost* aHost)
                          &PxSimDriver::CreateSensor);
   PxRecordPlayer::RegisterType(PtDocumentReader::FORMAT_SIGNATURE, PxSimSensor::RECORD_DOCUMENT,
                                &PxSimDriver::CreatePlayer);
+  PxSimConnectionTypes::Register();
 }
 
 PxRecordPlayer* PxSimDriver::CreatePlayer(const QString& aFileName)

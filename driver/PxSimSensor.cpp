@@ -8,6 +8,7 @@
 #include "PxResultState.h"
 #include "PxSimFirmware.h"
 #include "PxSimProtocol.h"
+#include "PxSimUpdateJob.h"
 #include "PxTransportError.h"
 #include "PxUnits.h"
 
@@ -193,9 +194,12 @@ PtU16 PxSimSensor::ExpectedSoftwareVersion(int aComponent) const
 
 PxCodeUpdateJob* PxSimSensor::CreateComponentUpdateJob(int aComponent)
 {
-  // Firmware update jobs come with the firmware update dialogs.
-  qCInfo(lcDriver) << "no firmware update job for component" << aComponent;
-  return nullptr;
+  // Component 1 is what the version check calls the software version, component 2 the build it
+  // compares with the FPGA version. New software restarts the device, which must then be connected
+  // again; a new FPGA image is running as soon as it is installed.
+  const bool lSoftware = aComponent == 1;
+  return new PxSimUpdateJob(*this, PxSimUpdateJob::BundledImage(lSoftware ? COMPONENT_SOFTWARE : COMPONENT_FPGA),
+                            lSoftware);
 }
 
 PtU32 PxSimSensor::ConfigurationDocumentType(const QString&, const QString&) const
@@ -210,8 +214,9 @@ PtU32 PxSimSensor::CalibrationDocumentType(const QString&, const QString&) const
 
 PxCodeUpdateJob* PxSimSensor::CreateFileUpdateJob(const QString& aFile, unsigned char, int)
 {
-  qCInfo(lcDriver) << "no firmware update job for" << aFile;
-  return nullptr;
+  // The file says which component it is for; a damaged or foreign one throws here, before the
+  // device is touched.
+  return new PxSimUpdateJob(*this, ReadFirmwareFile(aFile), false);
 }
 
 PtU32 PxSimSensor::RecordDocumentType() const

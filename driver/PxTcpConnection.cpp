@@ -19,6 +19,10 @@ PxTcpConnection::PxTcpConnection(const QString& aHost, quint16 aPort, QObject* a
     , mSocket(new QTcpSocket(this))
 {
   connect(mSocket, &QTcpSocket::disconnected, this, &PxTcpConnection::SocketDisconnected);
+  connect(mSocket, &QTcpSocket::connected, this, &PxTcpConnection::SocketConnected);
+  connect(mSocket, &QTcpSocket::errorOccurred, this, &PxTcpConnection::SocketError);
+  mConnectTimer.setSingleShot(true);
+  connect(&mConnectTimer, &QTimer::timeout, this, &PxTcpConnection::ConnectTimedOut);
 }
 
 PxTcpConnection::~PxTcpConnection()
@@ -32,6 +36,7 @@ bool PxTcpConnection::Connect()
   if (mUp) {
     return true;
   }
+  CancelConnect();
   mSocket->abort();
   mSocket->connectToHost(mHost, mPort);
   if (!mSocket->waitForConnected(mTimeoutMs)) {
@@ -40,11 +45,94 @@ bool PxTcpConnection::Connect()
     mSocket->abort();
     return false;
   }
+  LinkUp();
+  return true;
+}
+
+void PxTcpConnection::LinkUp()
+{
   // Requests are small and each waits for its answer: Nagle's delay would cost a round trip each.
   mSocket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
   mError.clear();
+  mFailure = CONNECT_OK;
   mUp = true;
-  return true;
+}
+
+void PxTcpConnection::StartConnect(int aTimeoutMs)
+{
+  if (mUp) {
+    Q_EMIT ConnectFinished(true);
+    return;
+  }
+  mSocket->abort();
+  mConnecting = true;
+  mFailure = CONNECT_OK;
+  mConnectTimer.start(aTimeoutMs);
+  mSocket->connectToHost(mHost, mPort);
+}
+
+void PxTcpConnection::CancelConnect()
+{
+  if (!mConnecting) {
+    return;
+  }
+  mConnecting = false;
+  mConnectTimer.stop();
+  mSocket->abort();
+}
+
+void PxTcpConnection::SocketConnected()
+{
+  if (!mConnecting) {
+    return; // the blocking Connect handles its own outcome
+  }
+  mConnecting = false;
+  mConnectTimer.stop();
+  LinkUp();
+  Q_EMIT ConnectFinished(true);
+}
+
+void PxTcpConnection::SocketError()
+{
+  if (!mConnecting) {
+    return;
+  }
+  switch (mSocket->error()) {
+  case QAbstractSocket::ConnectionRefusedError:
+    mFailure = CONNECT_REFUSED;
+    break;
+  case QAbstractSocket::HostNotFoundError:
+    mFailure = CONNECT_HOST_NOT_FOUND;
+    break;
+  case QAbstractSocket::NetworkError:
+    mFailure = CONNECT_UNREACHABLE;
+    break;
+  case QAbstractSocket::SocketTimeoutError:
+    mFailure = CONNECT_TIMED_OUT;
+    break;
+  default:
+    mFailure = CONNECT_OTHER;
+    break;
+  }
+  mError = mSocket->errorString();
+  qCInfo(lcTcp).noquote() << "cannot connect to" << mHost << mPort << ":" << mError;
+  mConnecting = false;
+  mConnectTimer.stop();
+  mSocket->abort();
+  Q_EMIT ConnectFinished(false);
+}
+
+void PxTcpConnection::ConnectTimedOut()
+{
+  if (!mConnecting) {
+    return;
+  }
+  mConnecting = false;
+  mFailure = CONNECT_TIMED_OUT;
+  mError = tr("No answer within %1 ms").arg(mConnectTimer.interval());
+  qCInfo(lcTcp).noquote() << "cannot connect to" << mHost << mPort << ": timed out";
+  mSocket->abort();
+  Q_EMIT ConnectFinished(false);
 }
 
 void PxTcpConnection::Disconnect()

@@ -48,8 +48,8 @@ PxSimConfiguration::PxSimConfiguration(const QString& aNvmPath)
       // Identity.
       S::Unsigned(ID_DEVICE_TYPE, "Device type", 2, 0, 65535, DEVICE_TYPE).ReadOnly(),
       S::Unsigned(ID_PRODUCT_TYPE, "Product type", 2, 0, 65535, PRODUCT_TYPE).ReadOnly(),
-      S::Unsigned(ID_FPGA_VERSION, "FPGA version", 2, 0, 65535, 0x0103).ReadOnly(),
-      S::Unsigned(ID_SOFTWARE_VERSION, "Software version", 2, 0, 65535, 0x4000 | 212).ReadOnly(),
+      S::Unsigned(ID_FPGA_VERSION, "FPGA version", 2, 0, 65535, FACTORY_FPGA_VERSION).ReadOnly(),
+      S::Unsigned(ID_SOFTWARE_VERSION, "Software version", 2, 0, 65535, FACTORY_SOFTWARE_VERSION).ReadOnly(),
       S::Unsigned(ID_SOFTWARE_CRC, "Software CRC", 4, 0, 4294967295.0, 0).ReadOnly(),
       S::Ascii(ID_SOFTWARE_PART, "Software part number", SOFTWARE_PART_LENGTH, QStringLiteral("54A0021-3")).ReadOnly(),
       S::Ascii(ID_HARDWARE_PART, "Hardware part number", HARDWARE_PART_LENGTH, QStringLiteral("74E0016-2")).ReadOnly(),
@@ -112,6 +112,17 @@ void PxSimConfiguration::SetSoftwareCrc(PtU32 aCrc)
     return; // an installed update names its own image
   }
   Mutable(ID_SOFTWARE_CRC).SetNumber(0, aCrc);
+}
+
+void PxSimConfiguration::RunOlderFirmware()
+{
+  // What an update installed since stays: the option says what the device left the factory with.
+  if (!mNvm.count(ID_FPGA_VERSION)) {
+    Mutable(ID_FPGA_VERSION).SetNumber(0, OLDER_FPGA_VERSION);
+  }
+  if (!mNvm.count(ID_SOFTWARE_VERSION)) {
+    Mutable(ID_SOFTWARE_VERSION).SetNumber(0, OLDER_SOFTWARE_VERSION);
+  }
 }
 
 void PxSimConfiguration::WriteIdentity(PxProtocolWriter& aWriter) const

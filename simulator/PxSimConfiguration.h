@@ -38,6 +38,10 @@ public:
   // A firmware component installed: its version (and for the software, the checksum) is kept in
   // non-volatile memory at once.
   void InstallFirmware(PtByte aComponent, PtU16 aVersion, PtU32 aCrc);
+  // Starts the device on the firmware of the release before the current one (software and FPGA one
+  // version back), so that a configuration tool finds it out of date and offers the update. A
+  // component that an update has installed since keeps the installed version.
+  void RunOlderFirmware();
   // The checksum of the factory image, for a device that has never been updated; not saved.
   void SetSoftwareCrc(PtU32 aCrc);
 

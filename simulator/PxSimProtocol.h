@@ -196,6 +196,12 @@ constexpr PtU16 ID_FIRMWARE_PROGRESS = 0x0337;  // u8: percent received
 constexpr PtU16 ID_FIRMWARE_MAX_CHUNK = 0x0338; // u32: the largest chunk accepted
 constexpr PtU32 MAX_FIRMWARE_CHUNK = 4096;
 constexpr PtU32 MAX_FIRMWARE_SIZE = 4u * 1024u * 1024u;
+// The firmware a device leaves the factory with (the software word carries the factory flag), and
+// the release before it, which a simulated device can be started on to test updates.
+constexpr PtU16 FACTORY_FPGA_VERSION = 0x0103;
+constexpr PtU16 FACTORY_SOFTWARE_VERSION = 0x4000 | 212;
+constexpr PtU16 OLDER_FPGA_VERSION = 0x0102;
+constexpr PtU16 OLDER_SOFTWARE_VERSION = 0x4000 | 211;
 
 enum FirmwareComponent : PtByte {
   COMPONENT_FPGA = 1,

@@ -49,7 +49,10 @@ int main(int argc, char** argv)
       QStringLiteral("dir"), lDefaultState);
   const QCommandLineOption lNoState(QStringLiteral("no-state"),
                                     QCoreApplication::translate("main", "Keep nothing on disk between runs."));
-  lParser.addOptions({lPort, lState, lNoState});
+  const QCommandLineOption lOlder(
+      QStringLiteral("old-firmware"),
+      QCoreApplication::translate("main", "Start on the previous firmware release, so that a tool offers the update."));
+  lParser.addOptions({lPort, lState, lNoState, lOlder});
   lParser.process(lApp);
 
   bool lPortOk = false;
@@ -79,6 +82,9 @@ int main(int argc, char** argv)
   sigaction(SIGTERM, &lAction, nullptr);
 
   PxSimDevice lDevice(lParser.isSet(lNoState) ? QString() : lParser.value(lState));
+  if (lParser.isSet(lOlder)) {
+    lDevice.Configuration().RunOlderFirmware();
+  }
   PxSimServer lServer(lDevice);
   if (!lServer.Listen(static_cast<quint16>(lPortValue))) {
     lErr << QCoreApplication::translate("main", "Cannot listen on 127.0.0.1:%1: %2")

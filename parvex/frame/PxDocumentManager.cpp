@@ -60,7 +60,9 @@ void PxDocumentManager::ShowDocument(unsigned long aIndex)
   if (aIndex >= DocumentCount()) {
     return;
   }
-  QDesktopServices::openUrl(QUrl(QStringLiteral("file:") + Documents().at(static_cast<int>(aIndex)).mPath));
+  // "file:" and the path, with the characters that mean something in a URL ('#', '?', '%')
+  // escaped: a guide in a folder named "Sensors #2" must open, not a fragment of another file.
+  QDesktopServices::openUrl(QUrl::fromLocalFile(Documents().at(static_cast<int>(aIndex)).mPath));
 }
 
 void PxDocumentManager::ShowUserGuide(unsigned short aProductType, QWidget* aParent)

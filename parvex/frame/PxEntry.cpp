@@ -1,6 +1,7 @@
 #include "PxEntry.h"
 
 #include "PxHost.h"
+#include "PxStaticUi.h"
 #include "PxUnits.h"
 
 bool PxInit(PxHost* aHost)
@@ -11,13 +12,14 @@ bool PxInit(PxHost* aHost)
   if (!aHost) {
     return false;
   }
-  return true;
+  return PxStaticUi::Initialize(aHost);
 }
 
 void PxShutdown()
 {
   // The units singleton stays until the library is unloaded: widgets destroyed after this call may
   // still format values.
+  PxStaticUi::Shutdown();
 }
 
 extern "C" const char* PtGetVersion()

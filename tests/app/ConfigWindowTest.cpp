@@ -1,5 +1,9 @@
 #include "ConfigWindow.h"
-#include "DeviceSession.h"
+#include "LiveStatus.h"
+#include "PxDeviceUi.h"
+#include "PxSimConnectionTypes.h"
+#include "PxStaticUi.h"
+#include "StartupConnection.h"
 #include "PxResultState.h"
 #include "PxSensor.h"
 #include "PxSimDriver.h"
@@ -33,14 +37,14 @@ TEST(ConfigWindow, LibraryMenusAndActionsLandWhereUsersLookForThem)
 {
   ConfigWindow lWindow;
   ASSERT_TRUE(PxInit(&lWindow));
-  QMenu* lDevice = lWindow.AddMenu(QStringLiteral("&Device"));
-  ASSERT_NE(lDevice, nullptr);
-  EXPECT_EQ(MenuTitles(lWindow), (QStringList{"&File", "&Device", "&Settings", "&Help"}));
+  // The library's Device menu, and View with its serial-port viewer, go between File and Settings.
+  EXPECT_EQ(MenuTitles(lWindow), (QStringList{"&File", "Device", "View", "&Settings", "&Help"}));
 
   auto* lSave = new QAction(QStringLiteral("Save configuration..."), &lWindow);
   lWindow.AddFileAction(lSave);
   const QList<QAction*> lFile = lWindow.menuBar()->actions().first()->menu()->actions();
-  EXPECT_EQ(lFile.first(), lSave);
+  EXPECT_EQ(lFile.first()->text(), QStringLiteral("Replay..."));
+  EXPECT_EQ(lFile.at(1), lSave) << "library file actions go in the order they come";
   EXPECT_EQ(lFile.last()->text(), QStringLiteral("&Quit")) << "Quit stays last";
 
   auto* lApply = new QAction(QIcon(QStringLiteral(":/icons/Apply.png")), QStringLiteral("Apply"), &lWindow);
@@ -125,26 +129,37 @@ TEST(ConfigWindow, StartsOnTheBuiltInSimulatedSensor)
   ConfigWindow lWindow;
   ASSERT_TRUE(PxInit(&lWindow));
   PxSimDriver::Register(&lWindow);
-  lWindow.resize(800, 500);
+  PxSimConnectionTypes::SetSimulatorStateDir(PxTest::ScratchDir() + QStringLiteral("/sim-state"));
+  LiveStatus lStatus(lWindow);
+  lWindow.resize(900, 560);
   lWindow.show();
-  DeviceSession lSession(lWindow);
-  ASSERT_TRUE(lSession.Open(QStringLiteral("sim"), PxTest::ScratchDir() + QStringLiteral("/sim-state")));
-  EXPECT_TRUE(lWindow.windowTitle().contains(lSession.Sensor()->Name()));
+  ASSERT_TRUE(ConnectAtStart(lWindow, QStringLiteral("sim")));
+  PxSensor* lSensor = qobject_cast<PxSensor*>(PxStaticUi::Ui()->Device());
+  ASSERT_NE(lSensor, nullptr);
+  EXPECT_TRUE(lWindow.windowTitle().contains(lSensor->Name()));
+  EXPECT_EQ(PxStaticUi::Singleton()->ConnectionStatus().trimmed(), PxStaticUi::Ui()->Name());
   // The host's tick drives acquisition: frames arrive without anything else being done.
-  QSignalSpy lFrames(lSession.Sensor()->StateProvider(), &PxResultProvider::NewData);
-  ASSERT_TRUE(lFrames.wait(PxTest::WAIT_MS));
+  QSignalSpy lFrames(lSensor->StateProvider(), &PxResultProvider::NewData);
   while (lFrames.count() < 20 && lFrames.wait(PxTest::WAIT_MS)) {
   }
-  EXPECT_TRUE(lSession.StatusText().contains(QStringLiteral("frames"))) << lSession.StatusText().toStdString();
+  EXPECT_TRUE(lStatus.Text().contains(QStringLiteral("simulated sensor - "))) << lStatus.Text().toStdString();
+  EXPECT_TRUE(lStatus.Text().contains(QStringLiteral("frames at"))) << lStatus.Text().toStdString();
   QDir().mkpath(QStringLiteral(PX_GALLERY_DIR));
   EXPECT_TRUE(lWindow.grab().save(QStringLiteral(PX_GALLERY_DIR "/main-window-connected.png")));
 
+  // Quitting disconnects through the library, which stops the status line.
+  bool lAccept = true;
+  Q_EMIT lWindow.QuitRequested(lAccept);
+  EXPECT_TRUE(lAccept);
+  EXPECT_EQ(PxStaticUi::Ui(), nullptr);
+  EXPECT_TRUE(lStatus.Text().isEmpty());
+
   // A target that is not an address is refused with a message, not a crash.
   PtModalScript lScript;
-  EXPECT_FALSE(lSession.Open(QStringLiteral("serial://COM1"), QString()));
+  EXPECT_FALSE(ConnectAtStart(lWindow, QStringLiteral("serial://COM1")));
   ASSERT_EQ(lScript.Interactions().size(), 1);
   EXPECT_EQ(lScript.Interactions()[0].mKind, PtModalScript::K_ERROR);
-  EXPECT_FALSE(lSession.IsOpen());
+  EXPECT_EQ(PxStaticUi::Ui(), nullptr);
   PxShutdown();
 }
 

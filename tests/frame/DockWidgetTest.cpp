@@ -94,6 +94,13 @@ TEST(DocumentManager, SlotsGuidesAndChoice)
   PxDocumentManager::ShowUserGuide(0, &lParent); // type 0 matches all three; no answer = cancel
   EXPECT_EQ(lScript.Interactions().size(), 2);
   EXPECT_EQ(lOpened.mUrls.size(), 1);
+
+  // Characters that mean something in a URL are part of the file name.
+  PxDocumentManager::Clear();
+  PxDocumentManager::RegisterDocument(0, "/g/Sensors #2/guide 100%.html", "D");
+  lOpened.mUrls.clear();
+  PxDocumentManager::ShowDocument(0);
+  EXPECT_EQ(QUrl(lOpened.mUrls.value(0)).toLocalFile(), QStringLiteral("/g/Sensors #2/guide 100%.html"));
   QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
   PxDocumentManager::Clear();
 }

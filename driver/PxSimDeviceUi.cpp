@@ -1,0 +1,62 @@
+#include "PxSimDeviceUi.h"
+
+#include "PtErrorLogForm.h"
+#include "PxSimProtocol.h"
+#include "PxSimSensor.h"
+#include "PxSimUpdateJob.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+using namespace PxSimProtocol;
+
+PxSimDeviceUi::PxSimDeviceUi(PxSimSensor* aSensor)
+    : PxDeviceUi(aSensor)
+{
+}
+
+QString PxSimDeviceUi::Name() const
+{
+  return Device()->Name();
+}
+
+PxDockWidget* PxSimDeviceUi::RequestWindow(unsigned int, unsigned int)
+{
+  return nullptr;
+}
+
+QList<PxUpdateSelectDialog::FirmwareFile> PxSimDeviceUi::FirmwareFiles() const
+{
+  const QDir lDir(PxSimUpdateJob::FirmwareDirectory());
+  QDir().mkpath(lDir.path());
+  for (PtByte lComponent : {COMPONENT_SOFTWARE, COMPONENT_FPGA}) {
+    const PxSimSensor::FirmwareImage lImage = PxSimUpdateJob::BundledImage(lComponent);
+    const QString lName = QStringLiteral("parvex16-%1-%2.ptb")
+                              .arg(lComponent == COMPONENT_FPGA ? QStringLiteral("fpga") : QStringLiteral("software"),
+                                   PxSimUpdateJob::VersionText(lComponent, lImage.mVersion));
+    if (!lDir.exists(lName)) {
+      try {
+        PxSimUpdateJob::WriteFirmwareFile(lDir.filePath(lName), lImage);
+      } catch (const std::exception& e) {
+        PtErrorLogForm::LogError(e); // a read-only folder still lists what it holds
+      }
+    }
+  }
+  QList<PxUpdateSelectDialog::FirmwareFile> lFiles;
+  const QFileInfoList lEntries =
+      lDir.entryInfoList({QStringLiteral("*.ptb")}, QDir::Files, QDir::Name | QDir::Reversed);
+  for (const QFileInfo& lEntry : lEntries) {
+    PxUpdateSelectDialog::FirmwareFile lFile;
+    lFile.mFile = lEntry.absoluteFilePath();
+    try {
+      const PxSimSensor::FirmwareImage lImage = PxSimSensor::ReadFirmwareFile(lFile.mFile);
+      lFile.mKind = lImage.mComponent;
+      lFile.mDescription = (lImage.mComponent == COMPONENT_FPGA ? tr("FPGA %1  (%2)") : tr("Software %1  (%2)"))
+                               .arg(PxSimUpdateJob::VersionText(lImage.mComponent, lImage.mVersion), lEntry.fileName());
+    } catch (const std::exception&) {
+      lFile.mDescription = tr("%1  (damaged, cannot be installed)").arg(lEntry.fileName());
+    }
+    lFiles << lFile;
+  }
+  return lFiles;
+}

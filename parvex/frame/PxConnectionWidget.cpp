@@ -1,0 +1,6 @@
+#include "PxConnectionWidget.h"
+
+PxConnectionWidget::PxConnectionWidget(QWidget* aParent)
+    : QWidget(aParent)
+{
+}

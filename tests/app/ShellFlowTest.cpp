@@ -1,0 +1,409 @@
+#include "ConfigWindow.h"
+#include "PtModalScript.h"
+#include "PxCodeUpdateDialog.h"
+#include "PxCodeUpdateJob.h"
+#include "PxConnectionDialog.h"
+#include "PxDeviceUi.h"
+#include "PxEntry.h"
+#include "PxInProcessConnection.h"
+#include "PxIntegerProperty.h"
+#include "PxSimConnectionTypes.h"
+#include "PxSimDevice.h"
+#include "PxSimDriver.h"
+#include "PxSimProtocol.h"
+#include "PxSimSensor.h"
+#include "PxSimTcpWidget.h"
+#include "PxSimUpdateJob.h"
+#include "PxStaticUi.h"
+#include "PxTest.h"
+#include "PxTestGallery.h"
+#include "PxUpdateSelectDialog.h"
+
+#include <QComboBox>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QProcess>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTcpServer>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+namespace {
+QPushButton* Button(QWidget* aParent, const QString& aText)
+{
+  for (QPushButton* b : aParent->findChildren<QPushButton*>()) {
+    if (b->text() == aText) {
+      return b;
+    }
+  }
+  return nullptr;
+}
+
+// The application as a user starts it, on a simulated sensor kept in its own folder.
+class ShellFlow : public ::testing::Test
+{
+protected:
+  void SetUp() override
+  {
+    ASSERT_TRUE(PxInit(&mWindow));
+    PxSimDriver::Register(&mWindow);
+    PxSimConnectionTypes::SetSimulatorStateDir(mState.path());
+    PxSimConnectionTypes::SetSimulatorOnOlderFirmware(false);
+    PxSimUpdateJob::SetFirmwareDirectory(mState.filePath(QStringLiteral("firmware")));
+    mWindow.show();
+  }
+  void TearDown() override
+  {
+    PxShutdown();
+    PxSimConnectionTypes::SetSimulatorOnOlderFirmware(false);
+  }
+  // Answers "Connect..." with the type chosen in the dialog and aPrepare run on its widget before
+  // Connect is clicked. Answers for the questions that follow are queued after it.
+  void QueueConnect(PtModalScript& aScript, const QString& aType, const std::function<void(QWidget*)>& aPrepare = {})
+  {
+    aScript.Queue([=](QDialog* aDialog) {
+      auto* lTypes = aDialog->findChild<QComboBox*>();
+      lTypes->setCurrentIndex(lTypes->findText(aType));
+      if (aPrepare) {
+        aPrepare(static_cast<PxConnectionDialog*>(aDialog)->CurrentWidget());
+      }
+      Button(aDialog, QStringLiteral("Connect"))->click();
+      if (aDialog->isVisible()) { // a TCP connect finishes in the background
+        QSignalSpy lDone(aDialog, &QDialog::finished);
+        lDone.wait(PxTest::WAIT_MS);
+      }
+    });
+  }
+  void Connect(PtModalScript& aScript, const QString& aType)
+  {
+    QueueConnect(aScript, aType);
+    PxStaticUi::Singleton()->ConnectAction()->trigger();
+  }
+  int SoftwareVersion() const
+  {
+    return static_cast<const PxIntegerProperty&>(PxStaticUi::Ui()->Device()->Property(PxDevice::ID_SOFTWARE_VERSION))
+               .Value(0) &
+           0x3FFF;
+  }
+  // Waits for a torn-down device UI to go, as the host's ticks make it.
+  void WaitForTeardown()
+  {
+    QSignalSpy lChanged(PxStaticUi::Singleton(), &PxStaticUi::UiChanged);
+    if (PxStaticUi::Ui()) {
+      lChanged.wait(PxTest::WAIT_MS);
+    }
+  }
+
+  QTemporaryDir mState;
+  ConfigWindow mWindow;
+};
+
+// Runs an update dialog until it has finished on its own.
+const PtModalScript::Action RUN_UPDATE = [](QDialog* aDialog) {
+  QSignalSpy lDone(aDialog, &QDialog::finished);
+  lDone.wait(PxTest::WAIT_MS);
+};
+
+TEST_F(ShellFlow, SimulatedSensorIsSetUpWithin300Milliseconds)
+{
+  std::vector<qint64> lTimes;
+  for (int i = 0; i < 5; ++i) {
+    PtModalScript lScript;
+    QSignalSpy lSetUp(PxStaticUi::Singleton(), &PxStaticUi::UiChanged);
+    QElapsedTimer lClock;
+    lClock.start();
+    Connect(lScript, QStringLiteral("Simulated sensor"));
+    lTimes.push_back(lClock.elapsed());
+    ASSERT_EQ(lSetUp.count(), 1);
+    EXPECT_EQ(mWindow.windowTitle(), QStringLiteral("Parvex 16 - Parvex Configuration"));
+    EXPECT_EQ(PxStaticUi::Singleton()->ConnectionStatus(), QStringLiteral(" Parvex 16 "));
+    PxStaticUi::Singleton()->ConnectAction()->trigger();
+    ASSERT_EQ(PxStaticUi::Ui(), nullptr);
+  }
+  std::sort(lTimes.begin(), lTimes.end());
+  std::printf("Connect... to a set-up simulated sensor: median %lld ms, max %lld ms\n",
+              static_cast<long long>(lTimes[2]), static_cast<long long>(lTimes.back()));
+  RecordProperty("connect_median_ms", static_cast<int>(lTimes[2]));
+  EXPECT_LT(lTimes[2], 300);
+}
+
+TEST_F(ShellFlow, TcpWidgetChecksWhatIsTypedAndExplainsFailures)
+{
+  PxSimTcpWidget lWidget;
+  struct Typed
+  {
+    QString mHost, mPort, mStatus;
+  } lCases[] = {
+      {"", "48016", "Enter the host name or IP address of the sensor."},
+      {"sensor one", "48016", ""}, // the blank is refused as it is typed
+      {"-sensor", "48016", "\"-sensor\" is not a valid host name or IP address."},
+      {"10.0.0.7", "0", "Enter a port number between 1 and 65535."},
+      {"10.0.0.7", "70000", "Enter a port number between 1 and 65535."},
+      {"fe80::1", "4801a6", ""}, // letters never reach the port field
+  };
+  for (const Typed& c : lCases) {
+    lWidget.HostEdit()->clear();
+    lWidget.PortEdit()->clear();
+    QTest::keyClicks(lWidget.HostEdit(), c.mHost);
+    QTest::keyClicks(lWidget.PortEdit(), c.mPort);
+    EXPECT_EQ(lWidget.StatusText(), c.mStatus) << c.mHost.toStdString() << " " << c.mPort.toStdString();
+  }
+  EXPECT_EQ(lWidget.HostEdit()->text(), QStringLiteral("fe80::1"));
+  EXPECT_EQ(lWidget.PortEdit()->text(), QStringLiteral("48016"));
+
+  // A port nobody listens on, and a name that does not resolve.
+  quint16 lClosedPort = 0;
+  {
+    QTcpServer lServer;
+    ASSERT_TRUE(lServer.listen(QHostAddress::LocalHost));
+    lClosedPort = lServer.serverPort();
+  }
+  const struct
+  {
+    QString mHost;
+    quint16 mPort;
+    QString mWords;
+  } lFailures[] = {
+      {"127.0.0.1", lClosedPort, "refused the connection on port"},
+      {"no-such-sensor.invalid", 48016, "could not be found"},
+  };
+  for (const auto& f : lFailures) {
+    lWidget.HostEdit()->setText(f.mHost);
+    lWidget.PortEdit()->setText(QString::number(f.mPort));
+    QSignalSpy lFailed(&lWidget, &PxSimTcpWidget::ConnectionFailed);
+    lWidget.Connect();
+    ASSERT_TRUE(lFailed.count() > 0 || lFailed.wait(PxTest::WAIT_MS)) << f.mHost.toStdString();
+    EXPECT_TRUE(lWidget.StatusText().contains(f.mWords)) << lWidget.StatusText().toStdString();
+    EXPECT_TRUE(lWidget.HostEdit()->isEnabled()) << "the user can correct the address";
+  }
+  PxTest::SaveToGallery(&lWidget, QStringLiteral("tcp-widget-refused"));
+}
+
+// A listening socket whose backlog is full: the host is there but never completes a connect.
+class SilentPeer
+{
+public:
+  SilentPeer()
+  {
+    mListener = ::socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in lAddress{};
+    lAddress.sin_family = AF_INET;
+    lAddress.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t lLength = sizeof(lAddress);
+    ::bind(mListener, reinterpret_cast<sockaddr*>(&lAddress), sizeof(lAddress));
+    ::listen(mListener, 0);
+    ::getsockname(mListener, reinterpret_cast<sockaddr*>(&lAddress), &lLength);
+    mPort = ntohs(lAddress.sin_port);
+    for (int& lFiller : mFillers) {
+      lFiller = ::socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0);
+      ::connect(lFiller, reinterpret_cast<sockaddr*>(&lAddress), sizeof(lAddress));
+    }
+  }
+  ~SilentPeer()
+  {
+    for (int lFiller : mFillers) {
+      ::close(lFiller);
+    }
+    ::close(mListener);
+  }
+  quint16 mPort = 0;
+
+private:
+  int mListener = -1;
+  int mFillers[4] = {-1, -1, -1, -1};
+};
+
+TEST_F(ShellFlow, SilentHostKeepsTheDialogResponsiveAndCancellable)
+{
+  SilentPeer lPeer;
+  // The GUI thread's longest gap between 10 ms timer ticks while the dialog waits.
+  QTimer lPulse;
+  QElapsedTimer lClock;
+  qint64 lLast = 0;
+  qint64 lLongest = 0;
+  QObject::connect(&lPulse, &QTimer::timeout, [&] {
+    lLongest = std::max(lLongest, lClock.elapsed() - lLast);
+    lLast = lClock.elapsed();
+  });
+  PtModalScript lScript;
+  QString lStatus;
+  lScript.Queue([&](QDialog* aDialog) {
+    auto* lTypes = aDialog->findChild<QComboBox*>();
+    lTypes->setCurrentIndex(lTypes->findText(QStringLiteral("TCP")));
+    auto* lWidget = static_cast<PxSimTcpWidget*>(static_cast<PxConnectionDialog*>(aDialog)->CurrentWidget());
+    lWidget->HostEdit()->setText(QStringLiteral("127.0.0.1"));
+    lWidget->PortEdit()->setText(QString::number(lPeer.mPort));
+    lWidget->SetTimeout(1500);
+    QSignalSpy lFailed(lWidget, &PxSimTcpWidget::ConnectionFailed);
+    lClock.start();
+    lPulse.start(10);
+    Button(aDialog, QStringLiteral("Connect"))->click();
+    EXPECT_TRUE(lWidget->IsConnecting());
+    PxTest::SaveToGallery(aDialog, QStringLiteral("connection-dialog-tcp-connecting"));
+    ASSERT_TRUE(lFailed.wait(PxTest::WAIT_MS));
+    lPulse.stop();
+    lStatus = lWidget->StatusText();
+    PxTest::SaveToGallery(aDialog, QStringLiteral("connection-dialog-tcp-timed-out"));
+    // Another try, cancelled half-way: the dialog closes at once and nothing is connected.
+    Button(aDialog, QStringLiteral("Connect"))->click();
+    QTimer lLater;
+    QSignalSpy lHalfWay(&lLater, &QTimer::timeout);
+    lLater.start(200);
+    lHalfWay.wait(PxTest::WAIT_MS);
+    EXPECT_TRUE(lWidget->IsConnecting());
+    Button(aDialog, QStringLiteral("Cancel"))->click();
+    EXPECT_FALSE(aDialog->isVisible());
+  });
+  PxStaticUi::Singleton()->ConnectAction()->trigger();
+  std::printf("longest GUI-thread gap during a TCP connect to a silent host: %lld ms\n",
+              static_cast<long long>(lLongest));
+  RecordProperty("tcp_connect_longest_stall_ms", static_cast<int>(lLongest));
+  EXPECT_LT(lLongest, 100);
+  EXPECT_TRUE(lStatus.contains(QStringLiteral("did not answer within 1.5 seconds"))) << lStatus.toStdString();
+  EXPECT_EQ(PxStaticUi::Ui(), nullptr);
+  EXPECT_EQ(PxStaticUi::Singleton()->ConnectionStatus(), QStringLiteral(" Not connected "));
+}
+
+TEST_F(ShellFlow, TcpConnectionKeepsTheAddressThatWorked)
+{
+  // The simulator in a process of its own: this thread blocks in each exchange, as it would with a
+  // real sensor.
+  QProcess lSimulator;
+  lSimulator.start(QStringLiteral(PARVEX_SIM_PROGRAM),
+                   {QStringLiteral("--port"), QStringLiteral("0"), QStringLiteral("--no-state")});
+  QSignalSpy lListening(&lSimulator, &QProcess::readyReadStandardOutput);
+  ASSERT_TRUE(lListening.wait(PxTest::WAIT_MS));
+  const QString lLine = QString::fromLatin1(lSimulator.readLine()).trimmed();
+  const QString lPort = lLine.section(QLatin1Char(':'), -1);
+  PtModalScript lScript;
+  QueueConnect(lScript, QStringLiteral("TCP"),
+               [&](QWidget* aWidget) { static_cast<PxSimTcpWidget*>(aWidget)->PortEdit()->setText(lPort); });
+  PxStaticUi::Singleton()->ConnectAction()->trigger();
+  ASSERT_NE(PxStaticUi::Ui(), nullptr);
+  EXPECT_EQ(mWindow.windowTitle(), QStringLiteral("Parvex 16 - Parvex Configuration"));
+  PxStaticUi::Singleton()->ConnectAction()->trigger();
+  PxSimTcpWidget lNext;
+  EXPECT_EQ(lNext.PortEdit()->text(), lPort);
+  lSimulator.terminate();
+  lSimulator.waitForFinished(PxTest::WAIT_MS);
+}
+
+TEST_F(ShellFlow, OutOfDateSensorIsUpdatedAndConnectsAgainOnTheNewFirmware)
+{
+  PxSimConnectionTypes::SetSimulatorOnOlderFirmware(true);
+  PtModalScript lScript;
+  QueueConnect(lScript, QStringLiteral("Simulated sensor"));
+  lScript.Queue(QMessageBox::Yes);
+  lScript.Queue(RUN_UPDATE); // the FPGA first
+  lScript.Queue(RUN_UPDATE); // then the software
+  PxStaticUi::Singleton()->ConnectAction()->trigger();
+  QStringList lTold;
+  for (const PtModalScript::Interaction& i : lScript.Interactions()) {
+    lTold << i.mText;
+  }
+  EXPECT_EQ(lTold.filter(QStringLiteral("The firmware was updated")).size(), 2) << lTold.join('|').toStdString();
+  EXPECT_TRUE(lTold.contains(QStringLiteral("The software in your Parvex 16 device is not up to date.\n\n"
+                                            "Do you want to update to the latest version?")));
+  WaitForTeardown(); // new software restarts the device: the link closes
+  ASSERT_EQ(PxStaticUi::Ui(), nullptr);
+
+  const int lAsked = lScript.Interactions().size();
+  Connect(lScript, QStringLiteral("Simulated sensor"));
+  ASSERT_NE(PxStaticUi::Ui(), nullptr);
+  EXPECT_EQ(SoftwareVersion(), PxSimSensor::EXPECTED_SOFTWARE_VERSION);
+  EXPECT_EQ(lScript.Interactions().size(), lAsked + 1) << "an up-to-date device connects without a question";
+}
+
+TEST_F(ShellFlow, CutOffOrDamagedUpdateLeavesTheOldFirmware)
+{
+  PxSimConnectionTypes::SetSimulatorOnOlderFirmware(true);
+  PtModalScript lScript;
+  QueueConnect(lScript, QStringLiteral("Simulated sensor"));
+  lScript.Queue(QMessageBox::No); // keep the old firmware for now
+  PxStaticUi::Singleton()->ConnectAction()->trigger();
+  ASSERT_NE(PxStaticUi::Ui(), nullptr);
+  const int lOld = SoftwareVersion();
+  EXPECT_LT(lOld, PxSimSensor::EXPECTED_SOFTWARE_VERSION);
+
+  // The firmware list offers the bundled releases; the software one is chosen.
+  QString lFile;
+  lScript.Queue([&](QDialog* aDialog) {
+    auto* lList = aDialog->findChild<QListWidget*>();
+    ASSERT_EQ(lList->count(), 2);
+    EXPECT_TRUE(lList->item(0)->text().startsWith(QStringLiteral("Software 2.12")));
+    PxTest::SaveToGallery(aDialog, QStringLiteral("update-select-dialog"));
+    lList->setCurrentRow(0);
+    lFile = static_cast<PxUpdateSelectDialog*>(aDialog)->SelectedFile();
+    Button(aDialog, QStringLiteral("Update"))->click();
+  });
+  // The link drops when the first chunk arrives.
+  auto* lLink = qobject_cast<PxInProcessConnection*>(PxStaticUi::Ui()->Device()->Connection());
+  lLink->Device().Faults().Arm(PxSimProtocol::FAULT_DROP_LINK, PxSimProtocol::REQ_FIRMWARE_CHUNK, 0, 1);
+  lScript.Queue(RUN_UPDATE);
+  PxStaticUi::Ui()->UpdateAction()->trigger();
+  EXPECT_EQ(lScript.Interactions().last().mText,
+            QStringLiteral("The connection to the device was lost during the update. The device keeps its previous "
+                           "firmware; connect to it again and repeat the update."));
+  WaitForTeardown();
+  ASSERT_EQ(PxStaticUi::Ui(), nullptr);
+
+  QueueConnect(lScript, QStringLiteral("Simulated sensor"));
+  lScript.Queue(QMessageBox::No);
+  PxStaticUi::Singleton()->ConnectAction()->trigger();
+  ASSERT_NE(PxStaticUi::Ui(), nullptr) << "still connectable";
+  EXPECT_EQ(SoftwareVersion(), lOld);
+
+  // A damaged copy of the file is refused before anything is sent.
+  QFile lCopy(lFile);
+  ASSERT_TRUE(lCopy.open(QIODevice::ReadOnly));
+  QByteArray lBytes = lCopy.readAll();
+  lBytes[lBytes.size() / 2] = static_cast<char>(lBytes[lBytes.size() / 2] ^ 0x5A);
+  const QString lDamaged = mState.filePath(QStringLiteral("damaged.ptb"));
+  QFile lOut(lDamaged);
+  ASSERT_TRUE(lOut.open(QIODevice::WriteOnly));
+  lOut.write(lBytes);
+  lOut.close();
+  PxStaticUi::Ui()->Update(lDamaged, 2, 0);
+  EXPECT_EQ(lScript.Interactions().last().mKind, PtModalScript::K_ERROR);
+  EXPECT_TRUE(lScript.Interactions().last().mText.contains(QStringLiteral("is damaged")))
+      << lScript.Interactions().last().mText.toStdString();
+  EXPECT_EQ(SoftwareVersion(), lOld);
+  EXPECT_EQ(lScript.Pending(), 0);
+}
+
+TEST_F(ShellFlow, UpdateDialogShowsProgressAndCanBeCancelled)
+{
+  PtModalScript lScript;
+  Connect(lScript, QStringLiteral("Simulated sensor"));
+  ASSERT_NE(PxStaticUi::Ui(), nullptr);
+  auto* lSensor = static_cast<PxSimSensor*>(PxStaticUi::Ui()->Device());
+  PxSimUpdateJob lJob(*lSensor, PxSimUpdateJob::BundledImage(PxSimProtocol::COMPONENT_FPGA), false);
+  PxCodeUpdateDialog lDialog(&mWindow);
+  lDialog.SetLinks(lSensor->Connection(), &lJob);
+  int lReports = 0;
+  QObject::connect(&lJob, &PxCodeUpdateJob::Progress, [&](qint64 aDone, qint64 aTotal) {
+    if (++lReports == 4) {
+      PxTest::SaveToGallery(&lDialog, QStringLiteral("code-update-dialog-progress"));
+      EXPECT_LT(aDone, aTotal);
+      Button(&lDialog, QStringLiteral("Cancel"))->click();
+    }
+  });
+  lScript.Queue(RUN_UPDATE);
+  EXPECT_EQ(lDialog.exec(), QDialog::Rejected);
+  EXPECT_EQ(lScript.Interactions().last().mText,
+            QStringLiteral("The update was cancelled. The device keeps its previous firmware."));
+  EXPECT_EQ(lSensor->FpgaVersion().Value(0), PxSimProtocol::FACTORY_FPGA_VERSION);
+  EXPECT_TRUE(lSensor->IsLive());
+}
+} // namespace
