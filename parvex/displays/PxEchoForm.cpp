@@ -55,14 +55,26 @@ PxEchoForm::PxEchoForm(PxSensor* aSensor, QWidget* aParent)
   mTable = new QTableWidget(ROW_COUNT, 4);
   mTable->setEditTriggers(QAbstractItemView::NoEditTriggers);
   mTable->setHorizontalHeaderLabels({tr("Seg"), tr("Distance"), tr("Amplitude"), tr("Flags")});
-  mTable->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-  mTable->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
   for (int r = 0; r < ROW_COUNT; ++r) {
     for (int c = 0; c < 4; ++c) {
       mRows[r].mItems[c] = new QTableWidgetItem;
       mRows[r].mItems[c]->setTextAlignment(c == 0 ? int(Qt::AlignCenter) : int(Qt::AlignRight | Qt::AlignVCenter));
       mTable->setItem(r, c, mRows[r].mItems[c]);
     }
+  }
+  // Sized once to the widest texts a row can hold, not after every change: a table that resizes
+  // itself to its contents measures all 384 cells for each text set, tens of times a second.
+  const QStringList lWidest = {mLocale.toString(88), mLocale.toString(-8888.888, 'f', 3),
+                               mLocale.toString(88888.8, 'f', 1), mLocale.toString(888)};
+  for (int c = 0; c < 4; ++c) {
+    mRows[0].mItems[c]->setText(lWidest[c]);
+  }
+  mTable->resizeColumnsToContents();
+  mTable->resizeRowToContents(0);
+  mTable->verticalHeader()->setDefaultSectionSize(mTable->rowHeight(0));
+  mTable->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  for (QTableWidgetItem* lItem : mRows[0].mItems) {
+    lItem->setText(QString());
   }
   lLayout->addWidget(mTable, 1);
 

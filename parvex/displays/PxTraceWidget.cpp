@@ -13,6 +13,9 @@
 
 #include <algorithm>
 #include <cmath>
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 namespace {
 constexpr float FAR_AWAY = 9e19f;
@@ -66,6 +69,20 @@ int SegmentFromScanCode(quint32 aNativeScanCode)
   }
   return -1;
 }
+
+// A screen coordinate as a whole pixel. Far-away offsets must not overflow: the rasterizer clips
+// anything this far out anyway.
+inline int ToPixel(double aValue)
+{
+  constexpr double FAR = 1e6;
+  const double lClamped = aValue < -FAR ? -FAR : aValue > FAR ? FAR : aValue;
+#if defined(__SSE2__)
+  // One instruction, rounding to nearest: this runs for every sample of every curve.
+  return _mm_cvtsd_si32(_mm_set_sd(lClamped));
+#else
+  return static_cast<int>(std::lround(lClamped));
+#endif
+}
 } // namespace
 
 const unsigned int PxTraceWidget::DEFAULT_COLORS[COLOR_COUNT] = {
@@ -79,6 +96,7 @@ const unsigned int PxTraceWidget::REVERSE_COLORS[COLOR_COUNT] = {
 PxTraceWidget::Curve::Curve()
 {
   mPoints.reserve(512);
+  mPixels.reserve(512);
 }
 
 int PxTraceWidget::Curve::MarkerHalfSize(PtGrafContext& aContext) const
@@ -96,12 +114,68 @@ void PxTraceWidget::Curve::Draw(PtGrafContext& aContext)
   mPoints.resize(lLength);
   QPointF* lPoints = mPoints.data();
   mTrace->FillPoints(lPoints);
-  for (size_t k = 0; k < lLength; ++k) {
-    lPoints[k] = QPointF(aContext.ScreenX(lPoints[k].x() + mXOffset), aContext.ScreenY(lPoints[k].y() + mYOffset));
-  }
   QPainter& lPainter = aContext.Painter();
   lPainter.setPen(aContext.Layer(mColorIndex).Pen());
-  lPainter.drawPolyline(lPoints, static_cast<int>(lLength));
+  if (lPainter.testRenderHint(QPainter::Antialiasing)) {
+    for (size_t k = 0; k < lLength; ++k) {
+      lPoints[k] = QPointF(aContext.ScreenX(lPoints[k].x() + mXOffset), aContext.ScreenY(lPoints[k].y() + mYOffset));
+    }
+    lPainter.drawPolyline(lPoints, static_cast<int>(lLength));
+  } else {
+    // Without smoothing a polyline lights, in each pixel column, the rows between the lowest and
+    // the highest point it passes there. Traces have several samples per column: each column's
+    // run is drawn as its two extremes, in the order met, which lights the same rows within a
+    // pixel where the run meets its neighbours, with a fraction of the segments to rasterize.
+    if (mPixels.size() < lLength) {
+      mPixels.resize(lLength);
+    }
+    QPoint* lOut = mPixels.data();
+    size_t lCount = 0;
+    int lColumn = 0, lMin = 0, lMax = 0;
+    size_t lMinAt = 0, lMaxAt = 0;
+    auto lFlush = [&] {
+      const int lA = lMinAt <= lMaxAt ? lMin : lMax;
+      const int lB = lMinAt <= lMaxAt ? lMax : lMin;
+      if (lCount == 0 || lOut[lCount - 1] != QPoint(lColumn, lA)) {
+        lOut[lCount++] = QPoint(lColumn, lA);
+      }
+      if (lB != lA) {
+        lOut[lCount++] = QPoint(lColumn, lB);
+      }
+    };
+    for (size_t k = 0; k < lLength; ++k) {
+      const QPointF lScreen(aContext.ScreenX(lPoints[k].x() + mXOffset), aContext.ScreenY(lPoints[k].y() + mYOffset));
+      lPoints[k] = lScreen;
+      const int lX = ToPixel(lScreen.x());
+      const int lY = ToPixel(lScreen.y());
+      if (k > 0 && lX == lColumn) {
+        if (lY < lMin) {
+          lMin = lY;
+          lMinAt = k;
+        } else if (lY > lMax) {
+          lMax = lY;
+          lMaxAt = k;
+        }
+        continue;
+      }
+      if (k > 0) {
+        lFlush();
+      }
+      lColumn = lX;
+      lMin = lMax = lY;
+      lMinAt = lMaxAt = k;
+    }
+    lFlush();
+    // In pieces the raster engine converts on its stack: a whole curve at once costs it a heap
+    // buffer, and fresh pages from the system, per curve and paint.
+    constexpr size_t PIECE = 128;
+    for (size_t lStart = 0; lStart + 1 < lCount; lStart += PIECE - 1) {
+      lPainter.drawPolyline(lOut + lStart, static_cast<int>(std::min(PIECE, lCount - lStart)));
+    }
+    if (lCount == 1) {
+      lPainter.drawPoint(lOut[0]);
+    }
+  }
 
   if (mMarkerStyle != 0) {
     const int lHalf = MarkerHalfSize(aContext);

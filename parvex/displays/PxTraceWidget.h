@@ -5,6 +5,7 @@
 #include "PxResultSubscription.h"
 
 #include <QPixmap>
+#include <QPoint>
 #include <QPointF>
 
 #include <vector>
@@ -47,6 +48,9 @@ public:
     void DropMarker() { mMarker = QPixmap(); }
 
     std::vector<QPointF> mPoints;
+    // The polyline as drawn: whole pixels, each column's run cut to where it enters, its extremes
+    // and where it leaves, which lights the same pixels with fewer segments.
+    std::vector<QPoint> mPixels;
     QPixmap mMarker;
     const PxTrace* mTrace = nullptr;
     unsigned short mMarkerStyle = 0; // 0 none, 1 X, 2 +, 3 square, 4 circle
