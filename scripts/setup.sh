@@ -11,6 +11,8 @@ packages=(
   libgtest-dev libgmock-dev googletest libbenchmark-dev
   clang libclang-rt-dev llvm
   xvfb xauth
+  # peers of the display benchmark only; it skips a peer that is missing
+  libqcustomplot-dev libqwt-qt5-dev
 )
 
 missing=()
