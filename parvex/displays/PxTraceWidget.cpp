@@ -12,6 +12,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <climits>
 #include <cmath>
 #if defined(__SSE2__)
 #include <emmintrin.h>
@@ -182,8 +183,14 @@ void PxTraceWidget::Curve::Draw(PtGrafContext& aContext)
     if (mMarker.isNull()) {
       CreateMarker(aContext);
     }
+    // The marker is opaque: stamping it again where the last one went changes nothing.
+    QPoint lLast(INT_MIN, INT_MIN);
     for (size_t k = 0; k < lLength; ++k) {
-      lPainter.drawPixmap(static_cast<int>(lPoints[k].x() - lHalf), static_cast<int>(lPoints[k].y() - lHalf), mMarker);
+      const QPoint lCorner(static_cast<int>(lPoints[k].x() - lHalf), static_cast<int>(lPoints[k].y() - lHalf));
+      if (lCorner != lLast) {
+        lPainter.drawPixmap(lCorner, mMarker);
+        lLast = lCorner;
+      }
     }
   }
 }
