@@ -171,6 +171,50 @@ TEST_F(Traces, PointerFindsEchoesFirstThenTheNearestCurvePoint)
   EXPECT_EQ(Offset(6), Offset(2));
 }
 
+TEST_F(Traces, DenseCurvesLightTheSamePixelsAsTheirFullPolyline)
+{
+  // Several samples per pixel column: the graph hands the rasterizer each column's extremes only.
+  Feed();
+  mGraph.resize(260, 300);
+  mGraph.ResetAxes();
+  for (unsigned long s : {0ul, 1ul, 3ul}) {
+    mGraph.SetChannelEnabled(s, false);
+  }
+  QImage lDrawn(mGraph.size(), QImage::Format_RGB32);
+  QPainter lPainter(&lDrawn);
+  mGraph.Paint(lPainter, lDrawn.size());
+
+  QImage lFull(lDrawn.size(), QImage::Format_RGB32);
+  lFull.fill(Qt::black);
+  QPainter lReference(&lFull);
+  lReference.setClipRect(
+      QRect(QPoint(mGraph.LeftMargin(), mGraph.TopMargin()),
+            QPoint(mGraph.width() - mGraph.RightMargin() - 1, mGraph.height() - mGraph.BottomMargin() - 1)));
+  lReference.setPen(mGraph.Context().Layer(2).Pen());
+  for (int lCurve : {2, 6}) {
+    // Every sample, on whole pixels as the graph places them.
+    std::vector<QPoint> lPixels;
+    for (const QPointF& lPoint : mGraph.CurveAt(lCurve).mPoints) {
+      lPixels.push_back(lPoint.toPoint());
+    }
+    lReference.drawPolyline(lPixels.data(), static_cast<int>(lPixels.size()));
+  }
+  const QRgb lGreen = mGraph.Context().Layer(2).Color().rgb();
+  int lLit = 0, lMissing = 0, lExtra = 0;
+  for (int y = 0; y < lFull.height(); ++y) {
+    for (int x = 0; x < lFull.width(); ++x) {
+      const bool lInFull = lFull.pixel(x, y) == lGreen;
+      const bool lInDrawn = lDrawn.pixel(x, y) == lGreen;
+      lLit += lInFull;
+      lMissing += lInFull && !lInDrawn;
+      lExtra += lInDrawn && !lInFull;
+    }
+  }
+  ASSERT_GT(lLit, 300);
+  EXPECT_LT(lMissing, lLit / 20) << "pixels of the curve left out";
+  EXPECT_LT(lExtra, lLit / 20) << "pixels lit that the curve does not pass";
+}
+
 TEST_F(Traces, KeysFollowTheTable)
 {
   Feed();
