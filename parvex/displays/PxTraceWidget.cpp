@@ -130,18 +130,18 @@ void PxTraceWidget::Curve::Draw(PtGrafContext& aContext)
     if (mPixels.size() < lLength) {
       mPixels.resize(lLength);
     }
-    QPoint* lOut = mPixels.data();
+    QPointF* lOut = mPixels.data();
     size_t lCount = 0;
     int lColumn = 0, lMin = 0, lMax = 0;
     size_t lMinAt = 0, lMaxAt = 0;
     auto lFlush = [&] {
       const int lA = lMinAt <= lMaxAt ? lMin : lMax;
       const int lB = lMinAt <= lMaxAt ? lMax : lMin;
-      if (lCount == 0 || lOut[lCount - 1] != QPoint(lColumn, lA)) {
-        lOut[lCount++] = QPoint(lColumn, lA);
+      if (lCount == 0 || lOut[lCount - 1].x() != lColumn || lOut[lCount - 1].y() != lA) {
+        lOut[lCount++] = QPointF(lColumn, lA);
       }
       if (lB != lA) {
-        lOut[lCount++] = QPoint(lColumn, lB);
+        lOut[lCount++] = QPointF(lColumn, lB);
       }
     };
     for (size_t k = 0; k < lLength; ++k) {
@@ -167,12 +167,9 @@ void PxTraceWidget::Curve::Draw(PtGrafContext& aContext)
       lMinAt = lMaxAt = k;
     }
     lFlush();
-    // In pieces the raster engine converts on its stack: a whole curve at once costs it a heap
-    // buffer, and fresh pages from the system, per curve and paint.
-    constexpr size_t PIECE = 128;
-    for (size_t lStart = 0; lStart + 1 < lCount; lStart += PIECE - 1) {
-      lPainter.drawPolyline(lOut + lStart, static_cast<int>(std::min(PIECE, lCount - lStart)));
-    }
+    // Handed over as floating-point points, which the raster engine strokes in place, where
+    // integer points would be copied into a buffer of its own first.
+    lPainter.drawPolyline(lOut, static_cast<int>(lCount));
     if (lCount == 1) {
       lPainter.drawPoint(lOut[0]);
     }

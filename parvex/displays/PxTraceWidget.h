@@ -50,7 +50,7 @@ public:
     std::vector<QPointF> mPoints;
     // The polyline as drawn: whole pixels, each column's run cut to where it enters, its extremes
     // and where it leaves, which lights the same pixels with fewer segments.
-    std::vector<QPoint> mPixels;
+    std::vector<QPointF> mPixels;
     QPixmap mMarker;
     const PxTrace* mTrace = nullptr;
     unsigned short mMarkerStyle = 0; // 0 none, 1 X, 2 +, 3 square, 4 circle
