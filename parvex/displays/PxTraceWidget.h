@@ -5,7 +5,6 @@
 #include "PxResultSubscription.h"
 
 #include <QPixmap>
-#include <QPoint>
 #include <QPointF>
 
 #include <vector>
@@ -48,8 +47,8 @@ public:
     void DropMarker() { mMarker = QPixmap(); }
 
     std::vector<QPointF> mPoints;
-    // The polyline as drawn: whole pixels, each column's run cut to where it enters, its extremes
-    // and where it leaves, which lights the same pixels with fewer segments.
+    // The polyline as drawn: whole pixels, each pixel column's run of samples cut to its two
+    // extremes in the order met, which lights the same pixels with fewer segments.
     std::vector<QPointF> mPixels;
     QPixmap mMarker;
     const PxTrace* mTrace = nullptr;
