@@ -32,14 +32,6 @@ struct Simulated : testing::Test
     mSensor.reset(dynamic_cast<PxSimSensor*>(PxDevice::Create(PxSimSensor::TYPE, &mLink)));
     ASSERT_TRUE(mSensor);
     mSensor->Initialize();
-    // The simulator sets bit 0 of an echo's flag byte only for a saturated echo, whereas the
-    // echo displays list and draw only echoes with bit 0 set: until the two agree, the pictures
-    // mark every simulated echo so, ahead of the displays (connected first, called first).
-    QObject::connect(&mSensor->EchoesProvider(), &PxResultProvider::NewData, [this] {
-      for (PxEcho& lEcho : mSensor->EchoesProvider().mEchoes) {
-        lEcho.mFlag |= 1;
-      }
-    });
   }
   // Runs the device for aFrames frames (20 ms of device time each at the default rate).
   void Run(int aFrames)
