@@ -118,7 +118,7 @@ def RunTests(aPrograms, aNames, aTimeout, aLog):
             lOk = False
             lOutput = (e.stdout or b"").decode(errors="replace") if isinstance(e.stdout, bytes) else (e.stdout or "")
             lOutput += f"\n(time limit of {aTimeout} s reached)\n"
-        lFailures = [l for l in lOutput.splitlines() if "[  FAILED  ]" in l][:5]
+        lFailures = [l for l in lOutput.splitlines() if "[  FAILED  ]" in l][:60]
         aLog.write(f"--- {lName}: {'pass' if lOk else 'FAIL'}\n" + "\n".join(lFailures) + "\n")
         if not lOk:
             lFailed.append(lName)
