@@ -185,7 +185,12 @@ def main():
 
     lFaults = ParseFaults(lArguments.faults)
     if lArguments.only:
-        lFaults = [f for f in lFaults if f.id in lArguments.only]
+        # In the order given: a run cut short then has touched every subsystem.
+        lById = {f.id: f for f in lFaults}
+        lUnknown = [i for i in lArguments.only if i not in lById]
+        if lUnknown:
+            sys.exit(f"unknown faults: {' '.join(lUnknown)}")
+        lFaults = [lById[i] for i in lArguments.only]
     print(f"{len(lFaults)} faults in {len(set(f.file for f in lFaults))} files")
     if lArguments.check:
         return
