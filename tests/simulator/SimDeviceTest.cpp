@@ -31,12 +31,6 @@ struct Bench
   PxInProcessConnection mLink;
   SimTestClient mClient;
 };
-
-QString Utf16(const SimTestClient::Element& aElement)
-{
-  return QString::fromUtf16(reinterpret_cast<const ushort*>(aElement.mData.constData()))
-      .left(aElement.mData.size() / 2);
-}
 } // namespace
 
 TEST(SimDevice, RefusedWritesNameTheElementAndChangeNothing)

@@ -6,24 +6,10 @@
 
 using namespace DocumentTest;
 
-namespace {
-QString Path(const char* aName)
-{
-  return PxTest::ScratchDir() + QLatin1Char('/') + QLatin1String(aName);
-}
-
-// The main section the reader stands on, as DumpMainSections writes it.
-QByteArray Current(PtDocumentReader& aReader)
-{
-  const QByteArray lHead = "S " + QByteArray::number(aReader.Id()) + "\n";
-  return lHead + Dump(aReader, 1);
-}
-} // namespace
-
 TEST(DocumentUse, ExtractedRangeIsARecordOfItsOwn)
 {
-  const QString lFile = Path("source.ptl");
-  const QString lCopy = Path("extract.ptl");
+  const QString lFile = PxTest::ScratchFile(QStringLiteral("source.ptl"));
+  const QString lCopy = PxTest::ScratchFile(QStringLiteral("extract.ptl"));
   WriteRecord(lFile, 10, 4, 2, 8);
   std::vector<QByteArray> lSource;
   {
@@ -48,7 +34,7 @@ TEST(DocumentUse, ExtractedRangeIsARecordOfItsOwn)
     size_t mLeading, mFirst, mLast;
   } lBad[] = {{2, 1, 3}, {1, 5, 4}, {1, 3, 12}};
   for (const auto& b : lBad) {
-    EXPECT_FALSE(lReader.Extract(b.mLeading, b.mFirst, b.mLast, Path("bad.ptl")));
+    EXPECT_FALSE(lReader.Extract(b.mLeading, b.mFirst, b.mLast, PxTest::ScratchFile(QStringLiteral("bad.ptl"))));
   }
-  EXPECT_FALSE(QFile::exists(Path("bad.ptl")));
+  EXPECT_FALSE(QFile::exists(PxTest::ScratchFile(QStringLiteral("bad.ptl"))));
 }
