@@ -133,6 +133,7 @@ TEST(ProtocolReader, CorruptSizesEndInAProtocolErrorNotAnAllocation)
     {"4 GiB payload", PxTestBytes().U16(2).U16(0).U32(0xFFFFFFF0u).U16(1).Zeros(6), false, 1004},
     {"size below the header", PxTestBytes().U16(2).U16(0).U32(15).U16(1).Zeros(6), false, 1004},
     {"element longer than the payload", PxTestBytes().AnswerHeader(2, 0, 12, 1).ElementHeader(1, 60000, 60000).U32(0), false, 1005},
+    {"element one byte past the payload", PxTestBytes().AnswerHeader(2, 0, 12, 1).ElementHeader(1, 1, 5).U32(0), false, 1005},
     {"half an element header", PxTestBytes().AnswerHeader(2, 0, 12, 1).ElementHeader(1, 0, 4).U32(0), false, 1005},
     {"streamed element longer than the payload", PxTestBytes().AnswerHeader(2, 0, 12, 1).ElementHeader(1, 65535, 65535).U32(0), true, 1005},
   };
