@@ -26,6 +26,8 @@
 #include <QSpinBox>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace {
 // Generous bounds: the recorder splits files and stops by these, it does not need them small.
 constexpr int MAX_FILE_SIZE_MB = 100000;
@@ -35,7 +37,20 @@ QLabel* StatusLabel()
 {
   auto* lLabel = new QLabel;
   lLabel->setObjectName(QStringLiteral("PxSensorUiStatus"));
+  lLabel->hide();
   return lLabel;
+}
+
+// Shown only while there is something to say, and never squeezed below its text: the status bar
+// hands out room by size hint, which a label updated every tick would otherwise lose.
+void SetStatus(QLabel* aLabel, const QString& aText)
+{
+  if (!aLabel) {
+    return;
+  }
+  aLabel->setText(aText);
+  aLabel->setMinimumWidth(std::max(aLabel->minimumWidth(), aLabel->fontMetrics().horizontalAdvance(aText)));
+  aLabel->setVisible(!aText.isEmpty());
 }
 
 // A directory line edit with its "Browse..." button, in one row.
@@ -266,9 +281,7 @@ void PxSensorUi::CreateDataLogger()
 void PxSensorUi::StopRecording()
 {
   mRecordShown = false;
-  if (mRecordStatus) {
-    mRecordStatus->clear();
-  }
+  SetStatus(mRecordStatus, QString());
   try {
     Sensor()->StopRecorder();
   } catch (const std::exception& e) {
@@ -280,9 +293,7 @@ void PxSensorUi::StopRecording()
 void PxSensorUi::StopLogging()
 {
   mLogShown = false;
-  if (mLogStatus) {
-    mLogStatus->clear();
-  }
+  SetStatus(mLogStatus, QString());
   try {
     Sensor()->StopDataLogger();
   } catch (const std::exception& e) {
@@ -345,29 +356,21 @@ void PxSensorUi::HostTick()
   if (lSensor->Recorder()) {
     const unsigned int lElapsed = RecordElapsedTime();
     if (static_cast<PtU64>(lElapsed) < static_cast<PtU64>(PxRecorder::MaxTime()) * 60000u) {
-      if (mRecordStatus) {
-        mRecordStatus->setText(tr("Record ") + PtToElapsedTimeString(lElapsed) + QLatin1Char(' '));
-      }
+      SetStatus(mRecordStatus, tr("Record ") + PtToElapsedTimeString(lElapsed) + QLatin1Char(' '));
     } else {
       StopRecording();
     }
   } else if (mRecordShown) {
     // The recorder stopped itself after a write error (and said so): follow it.
     mRecordShown = false;
-    if (mRecordStatus) {
-      mRecordStatus->clear();
-    }
+    SetStatus(mRecordStatus, QString());
     UpdateControls();
   }
   if (lSensor->DataLogger()) {
-    if (mLogStatus) {
-      mLogStatus->setText(tr("Log ") + PtToElapsedTimeString(LogElapsedTime()) + QLatin1Char(' '));
-    }
+    SetStatus(mLogStatus, tr("Log ") + PtToElapsedTimeString(LogElapsedTime()) + QLatin1Char(' '));
   } else if (mLogShown) {
     mLogShown = false;
-    if (mLogStatus) {
-      mLogStatus->clear();
-    }
+    SetStatus(mLogStatus, QString());
     UpdateControls();
   }
 }

@@ -88,7 +88,7 @@ PxCalibrationEditor::PxCalibrationEditor(PxSensor* aSensor, QWidget* aParent)
   connect(mSave, &QPushButton::clicked, this, &PxCalibrationEditor::PBSaveClicked);
   connect(mWrite, &QPushButton::clicked, this, &PxCalibrationEditor::PBWriteClicked);
   connect(lButtons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-  resize(520, 560);
+  resize(560, 300);
   UpdateControls();
 }
 

@@ -227,19 +227,15 @@ TEST_F(SensorUiFlow, OneTraceFormServesRawAndFilteredTraces)
 
 TEST_F(SensorUiFlow, ViewAndDeviceActionsToggleTheirForms)
 {
-  const std::pair<QAction*, unsigned int> lForms[] = {
-      {mUi->StateAction(), 1}, {mUi->DebugAction(), 2}, {mUi->EchoesAction(), 4}};
-  for (const auto& [lAction, lId] : lForms) {
-    SCOPED_TRACE(lId);
+  for (const auto& [lAction, lId] :
+       {std::pair{mUi->StateAction(), 1u}, std::pair{mUi->DebugAction(), 2u}, std::pair{mUi->EchoesAction(), 4u}}) {
     lAction->trigger();
     EXPECT_EQ(OpenIds(), (std::multiset<unsigned int>{lId}));
-    EXPECT_TRUE(lAction->isChecked());
     EXPECT_EQ(mUi->RequestWindow(lId, 0), mUi->RequestWindow(lId, 0)); // found, not toggled
     lAction->trigger();
-    EXPECT_TRUE(OpenIds().empty());
-    EXPECT_FALSE(lAction->isChecked());
+    EXPECT_TRUE(OpenIds().empty() && !lAction->isChecked()) << lId;
   }
-  // Starting to record closes the debug form: its memory accesses would stall the recording.
+  // Recording closes the debug form: its memory accesses would stall the recording.
   mUi->DebugAction()->trigger();
   mUi->RecordAction()->trigger();
   Sensor()->Acquire();
@@ -268,17 +264,15 @@ TEST_F(SensorUiFlow, PreferencePagesStoreWhatTheUserChose)
       QWidget* lLogger = lPreferences->Page(QStringLiteral("Data Logger"));
       ASSERT_TRUE(lRecorder && lLogger);
       if (lFirst) {
-        QStringList lGroups;
+        QStringList lTexts;
         for (QGroupBox* lGroup : lRecorder->findChildren<QGroupBox*>()) {
-          lGroups << lGroup->title();
+          lTexts << lGroup->title();
         }
-        EXPECT_EQ(lGroups, (QStringList{"Where", "What", "How Long"}));
-        QStringList lLabels;
-        for (QLabel* lLabel : lRecorder->findChildren<QLabel*>()) {
-          lLabels << lLabel->text();
+        for (QLabel* lLabel : (lRecorder->findChildren<QLabel*>() + lLogger->findChildren<QLabel*>())) {
+          lTexts << lLabel->text();
         }
-        EXPECT_EQ(lLabels, (QStringList{"Directory:", "Maximum file size (MB):", "Maximum record time (minutes):"}));
-        EXPECT_EQ(lLogger->findChild<QLabel*>()->text(), QStringLiteral("Directory:"));
+        EXPECT_EQ(lTexts, (QStringList{"Where", "What", "How Long", "Directory:", "Maximum file size (MB):",
+                                       "Maximum record time (minutes):", "Directory:"}));
       }
       const QList<QCheckBox*> lBoxes = lRecorder->findChildren<QCheckBox*>();
       ASSERT_EQ(lBoxes.size(), 2);
@@ -288,7 +282,6 @@ TEST_F(SensorUiFlow, PreferencePagesStoreWhatTheUserChose)
       // "Browse..." puts the chosen directory in the field; the data logger's has its own.
       lRecorder->findChild<QPushButton*>()->click();
       EXPECT_EQ(lRecorder->findChild<QLineEdit*>()->text(), lChosen);
-      EXPECT_EQ(lLogger->findChild<QPushButton*>()->text(), QStringLiteral("Browse..."));
       aDialog->accept();
     });
     lScript.Queue(lChosen);
