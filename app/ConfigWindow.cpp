@@ -12,6 +12,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QSettings>
+#include <QStackedWidget>
 #include <QStatusBar>
 #include <QToolBar>
 
@@ -72,10 +73,12 @@ ConfigWindow::ConfigWindow(QWidget* aParent)
 
   // Until the device's forms are docked the window would be an empty grey field: say what is
   // connected, or what to do next.
-  mHint = new QLabel(this);
+  mCentre = new QStackedWidget(this);
+  mHint = new QLabel(mCentre);
   mHint->setAlignment(Qt::AlignCenter);
   mHint->setEnabled(false);
-  setCentralWidget(mHint);
+  mCentre->addWidget(mHint);
+  setCentralWidget(mCentre);
   SetDeviceTitle(QString());
   statusBar()->showMessage(tr("Ready"));
 
@@ -95,6 +98,26 @@ void ConfigWindow::SetDeviceTitle(const QString& aTitle)
   setWindowTitle(aTitle.isEmpty() ? tr("Parvex Configuration") : tr("%1 - Parvex Configuration").arg(aTitle));
   mHint->setText(aTitle.isEmpty() ? tr("No sensor connected.\n\nConnect one from the Device menu or the tool bar.")
                                   : tr("%1 is connected.\n\nIts live status is shown in the status bar.").arg(aTitle));
+}
+
+void ConfigWindow::SetCentralView(QWidget* aView)
+{
+  while (mCentre->count() > 1) {
+    QWidget* lOld = mCentre->widget(1);
+    mCentre->removeWidget(lOld);
+    lOld->setParent(nullptr);
+  }
+  if (aView) {
+    mCentre->addWidget(aView);
+    mCentre->setCurrentWidget(aView);
+  } else {
+    mCentre->setCurrentWidget(mHint);
+  }
+}
+
+QWidget* ConfigWindow::CentralView() const
+{
+  return mCentre->currentWidget() == mHint ? nullptr : mCentre->currentWidget();
 }
 
 void ConfigWindow::AddToolBarAction(QAction* aAction)

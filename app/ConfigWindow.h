@@ -6,6 +6,7 @@
 
 class QLabel;
 class QMenu;
+class QStackedWidget;
 class QToolBar;
 
 // The main window of parvex-config: the host in which the library places its menus, tool-bar
@@ -33,6 +34,10 @@ public:
   void AddStatusWidget(QWidget* aWidget) override;
   void ShowStatusMessage(const QString& aText, int aTimeoutMs) override;
 
+  // Shows aView in the centre of the window (the window takes it over), or the hint of what to do
+  // when aView is null. A view shown before is handed back, not deleted.
+  void SetCentralView(QWidget* aView);
+  QWidget* CentralView() const;
   // Restores the window geometry and state saved by the last run.
   void RestoreWindowSettings();
 
@@ -53,6 +58,7 @@ private:
   QMenu* mHelpMenu = nullptr;
   QToolBar* mToolBar = nullptr;
   QLabel* mHint = nullptr;
+  QStackedWidget* mCentre = nullptr;
   // Library and driver menus go before Settings and Help, in the order they are added.
   QAction* mSettingsMenuAction = nullptr;
   // File > Quit stays last whatever the library adds to the file menu.

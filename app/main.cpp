@@ -5,6 +5,7 @@
 #include "PxRecorder.h"
 #include "PxSimConnectionTypes.h"
 #include "PxSimDriver.h"
+#include "SensorView.h"
 #include "StartupConnection.h"
 
 #include <QApplication>
@@ -71,6 +72,7 @@ int main(int argc, char** argv)
     PxDocumentManager::RegisterDocument(0, UserGuidePath(), QCoreApplication::translate("main", "Parvex Configuration User Guide"));
 
     LiveStatus lStatus(lWindow);
+    SensorView lView(lWindow);
     lWindow.RestoreWindowSettings();
     lWindow.show();
     ConnectAtStart(lWindow, lParser.value(lConnect));

@@ -1,9 +1,12 @@
 #include "PxSimDeviceUi.h"
 
 #include "PtErrorLogForm.h"
+#include "PxHost.h"
+#include "PxSimConfigForm.h"
 #include "PxSimProtocol.h"
 #include "PxSimSensor.h"
 #include "PxSimUpdateJob.h"
+#include "PxStaticUi.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -11,8 +14,29 @@
 using namespace PxSimProtocol;
 
 PxSimDeviceUi::PxSimDeviceUi(PxSimSensor* aSensor)
-    : PxDeviceUi(aSensor)
+    : PxSensorUi(aSensor)
+    , mSettings(tr("Settings"))
 {
+  mSettings.setCheckable(true);
+  AddConfigurationAction(&mSettings);
+  connect(&mSettings, &QAction::triggered, this, &PxSimDeviceUi::MIConfigurationSettingsTriggered);
+}
+
+void PxSimDeviceUi::MIConfigurationSettingsTriggered()
+{
+  if (CloseWindow(static_cast<int>(mSettingsId))) {
+    return;
+  }
+  auto* lForm = new PxSimConfigForm(*static_cast<PxSimSensor*>(Sensor()), PxStaticUi::Host());
+  mSettingsId = lForm->Id();
+  lForm->SetLinkedActions(&mSettings);
+  AddFloatingWindow(lForm, 0);
+}
+
+void PxSimDeviceUi::UpdateControls()
+{
+  PxSensorUi::UpdateControls();
+  mSettings.setEnabled(Sensor()->IsLive());
 }
 
 QString PxSimDeviceUi::Name() const
@@ -20,9 +44,15 @@ QString PxSimDeviceUi::Name() const
   return Device()->Name();
 }
 
-PxDockWidget* PxSimDeviceUi::RequestWindow(unsigned int, unsigned int)
+PxDockWidget* PxSimDeviceUi::RequestWindow(unsigned int aId, unsigned int aFlags)
 {
-  return nullptr;
+  if (aId != PxSimConfigForm::PERMANENT_ID) {
+    return PxSensorUi::RequestWindow(aId, aFlags);
+  }
+  if (!FindWindow(static_cast<int>(mSettingsId))) {
+    MIConfigurationSettingsTriggered();
+  }
+  return FindWindow(static_cast<int>(mSettingsId));
 }
 
 QList<PxUpdateSelectDialog::FirmwareFile> PxSimDeviceUi::FirmwareFiles() const

@@ -14,6 +14,7 @@
 
 #include <QFile>
 #include <QLoggingCategory>
+#include <QStringList>
 
 #include <algorithm>
 #include <cstring>
@@ -32,6 +33,11 @@ constexpr PtU32 IDENTITY = CAT_STATE | F_SAVE;
 
 // The board and light-source temperatures of the state group.
 constexpr PtU32 TEMPERATURE_RESULT_ID = PxSimSensor::PropertyId(ID_TEMPERATURES);
+// The state values every sensor's state form shows: the device state and the load.
+constexpr PtU32 DEVICE_STATE_RESULT_ID = 6659;
+constexpr PtU32 LOAD_RESULT_ID = 0x500100;
+// Results of this category are diagnostic values, shown in the state form's "Debug" group.
+constexpr int DIAGNOSTIC_CATEGORY = 3;
 
 template <class T>
 T ElementValue(PxProtocolReader& aReader)
@@ -70,7 +76,8 @@ PxSimSensor::PxSimSensor(PxConnection* aConnection)
   mSerialNumber = Own<PxTextProperty>(*this, IDENTITY, PxTextProperty::TYPE_ASCII, ID_SERIAL_NUMBER,
                                       PxSimProtocol::ID_SERIAL_NUMBER, SERIAL_NUMBER_LENGTH);
   mSerialNumber->SetName(tr("Serial number:"));
-  mHardwarePart = Own<PxTextProperty>(*this, IDENTITY, PxTextProperty::TYPE_ASCII, PropertyId(ID_HARDWARE_PART),
+  // Under the id every device reports its hardware part number by, as the serial number.
+  mHardwarePart = Own<PxTextProperty>(*this, IDENTITY, PxTextProperty::TYPE_ASCII, PxDevice::ID_HARDWARE_PART_NUMBER,
                                       ID_HARDWARE_PART, HARDWARE_PART_LENGTH);
   mHardwarePart->SetName(tr("Hardware part number:"));
   mTemperatureScale =
@@ -252,6 +259,29 @@ PxResultProvider* PxSimSensor::CreateProvider(PtU32 aId)
     lState->SetTemperatureResult(lTemperatures);
     lState->SetTemperatureScale(mTemperatureScale);
     lState->TemperatureScaleValueChanged(0);
+
+    mStateResults.clear();
+    auto lLoad = std::make_unique<PxResult>(LOAD_RESULT_ID, ID_CPU_LOAD, DT_INTEGER_16, 1, 2, 2, 1);
+    lLoad->SetName(tr("Processor Load:"));
+    lLoad->SetFormat(QStringLiteral("%n %v %"));
+    lLoad->SetScale(10.0f); // tenths of a percent
+    auto lAcquisition =
+        std::make_unique<PxResult>(DEVICE_STATE_RESULT_ID, ID_ACQUISITION_STATE, DT_INTEGER_16, 1, 2, 2, 0);
+    lAcquisition->SetName(tr("Acquisition State:"));
+    lAcquisition->SetFormat(QStringLiteral("%n %v"));
+    auto lFrames = std::make_unique<PxResult>(PropertyId(ID_FRAME_COUNTER), ID_FRAME_COUNTER, DT_UNSIGNED_32,
+                                              DIAGNOSTIC_CATEGORY, 4, 4, 0);
+    lFrames->SetName(tr("Frame Counter:"));
+    lFrames->SetFormat(QStringLiteral("%n %v"));
+    mStateResults.push_back(std::move(lLoad));
+    mStateResults.push_back(std::move(lAcquisition));
+    mStateResults.push_back(std::move(lFrames));
+    for (const auto& lResult : mStateResults) {
+      // One value from the start, so that the state form lays out a label for each.
+      lResult->SetCount(1);
+      mResults[lResult->Id()] = lResult.get();
+      mDeviceResults[lResult->DeviceId()] = lResult.get();
+    }
   }
   return lProvider;
 }
@@ -591,6 +621,79 @@ void PxSimSensor::RunDebugCommand(PtU16 aRequest, PtU64 aP1, PtU32 aP2, PtByte a
     }
   });
   qCInfo(lcDriver) << "debug request" << aRequest << "answered" << mLastDebugResult;
+}
+
+// ---- Memories ----------------------------------------------------------------------------------
+
+QStringList PxSimSensor::MemoryNames() const
+{
+  // In the order of the device's memory numbers.
+  return {tr("RAM"), tr("Registers"), tr("Saved configuration"), tr("Firmware")};
+}
+
+PtU32 PxSimSensor::GetDebugDefaultMemoryLength()
+{
+  return 256;
+}
+
+QByteArray PxSimSensor::ReadMemory(int aMemory, PtU64 aAddress, PtU32 aLength)
+{
+  QByteArray lData;
+  lData.reserve(static_cast<int>(aLength));
+  while (static_cast<PtU32>(lData.size()) < aLength) {
+    const PtByte lArea = static_cast<PtByte>(aMemory);
+    const PtU32 lAddress = static_cast<PtU32>(aAddress + static_cast<PtU64>(lData.size()));
+    const PtU32 lLength = std::min<PtU32>(aLength - static_cast<PtU32>(lData.size()), MAX_MEMORY_TRANSFER);
+    Guarded([&] {
+      PxProtocolReader& lAnswer = Exchange(REQ_READ_MEMORY, [&](PxProtocolWriter& aWriter) {
+        aWriter.AddElement(ID_MEMORY_AREA, 1, 1, &lArea, 1);
+        aWriter.AddElement(ID_MEMORY_ADDRESS, 1, 4, &lAddress, 4);
+        aWriter.AddElement(ID_MEMORY_LENGTH, 1, 4, &lLength, 4);
+      });
+      while (lAnswer.Advance()) {
+        if (lAnswer.Id() == ID_MEMORY_DATA) {
+          QByteArray lChunk(lAnswer.Count(), '\0');
+          lAnswer.ReadElement(lChunk.data(), lAnswer.Count(), 1, 1);
+          lData += lChunk;
+        }
+      }
+    });
+    if (lLength > 0 && static_cast<PtU32>(lData.size()) < lAddress - aAddress + lLength) {
+      // An answer without the bytes asked for would loop for ever.
+      PtThrow<PxProtocolReader::Exception>(1002, tr("The device answered a memory read without its data."));
+    }
+  }
+  return lData;
+}
+
+void PxSimSensor::WriteMemory(int aMemory, PtU64 aAddress, const QByteArray& aData)
+{
+  for (int lDone = 0; lDone < aData.size();) {
+    const PtByte lArea = static_cast<PtByte>(aMemory);
+    const PtU32 lAddress = static_cast<PtU32>(aAddress + static_cast<PtU64>(lDone));
+    const int lLength = std::min(aData.size() - lDone, static_cast<int>(MAX_MEMORY_TRANSFER));
+    Guarded([&] {
+      Exchange(REQ_WRITE_MEMORY, [&](PxProtocolWriter& aWriter) {
+        aWriter.AddElement(ID_MEMORY_AREA, 1, 1, &lArea, 1);
+        aWriter.AddElement(ID_MEMORY_ADDRESS, 1, 4, &lAddress, 4);
+        aWriter.AddElement(ID_MEMORY_DATA, static_cast<PtU16>(lLength), 1, aData.constData() + lDone, 1);
+      });
+    });
+    lDone += lLength;
+  }
+}
+
+void PxSimSensor::RefreshProperty(PtU32 aId)
+{
+  PxProperty* lProperty = FindProperty(aId);
+  if (!lProperty || lProperty->DeviceId() == 0 || !IsLive()) {
+    return;
+  }
+  const PtU16 lDeviceId = lProperty->DeviceId();
+  Guarded([&] {
+    ReadProperties(Exchange(REQ_READ_CONFIG,
+                            [&](PxProtocolWriter& aWriter) { aWriter.AddElement(ID_SELECT, 1, 2, &lDeviceId, 2); }));
+  });
 }
 
 void PxSimSensor::DebugCommand1(PtU64 aAddress, PtU32 aLength, PtByte aMode, PtU64 aValue)

@@ -94,6 +94,13 @@ public:
   // noise seed and motion. The device's answer is kept as LastDebugResult().
   void DebugCommand1(PtU64 aAddress, PtU32 aLength, PtByte aMode, PtU64 aValue) override;
   void DebugCommand2(PtU64 aAddress, PtU32 aLength, PtByte aMode, PtU64 aValue) override;
+  // RAM, registers, the saved configuration and the firmware image; only RAM can be written.
+  QStringList MemoryNames() const override;
+  // Transfers of any length, in as many exchanges as the device's transfer limit needs.
+  QByteArray ReadMemory(int aMemory, PtU64 aAddress, PtU32 aLength) override;
+  void WriteMemory(int aMemory, PtU64 aAddress, const QByteArray& aData) override;
+  void RefreshProperty(PtU32 aId) override;
+  PtU32 GetDebugDefaultMemoryLength() override;
   PtU32 RecordDocumentType() const override;
   bool DeliversFilteredTraces() const override;
   PxResultProvider* CreateProvider(PtU32 aId) override;
@@ -170,6 +177,9 @@ private:
   PxTextProperty* mLocation = nullptr;
 
   std::unique_ptr<PxResultTrace> mFilteredTraces;
+  // The state values besides the temperatures: load, acquisition state and, for diagnosis, the
+  // frame counter. Entered in the maps with the state provider.
+  std::vector<std::unique_ptr<PxResult>> mStateResults;
   // The values each property had on the device when it was last read: what WriteConfiguration
   // compares with.
   std::unordered_map<const PxProperty*, std::vector<PtByte>> mOnDevice;

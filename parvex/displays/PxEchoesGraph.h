@@ -3,14 +3,15 @@
 #include "ParvexExport.h"
 #include "PtGrafEditWidget.h"
 #include "PxResultSubscription.h"
+#include "PxSensor.h"
 
 #include <QDateTime>
+#include <QPointer>
 #include <QStaticText>
 
 #include <vector>
 
 class PxResultEchoes;
-class PxSensor;
 
 // A top view of what the sensor sees: a fan of rays from the sensor that splits its field of view
 // into segments, and an arc across its segment for every valid echo, at the echo's distance.
@@ -86,7 +87,9 @@ private:
   int SegmentCount() const;
 
   PxResultSubscription mSubscription{16};
-  PxSensor* mSensor = nullptr;
+  // Guarded: the view may outlive the sensor by a moment at disconnect (a closed form waits for
+  // its deletion, the host's central view goes after the device UI) and must not reach back then.
+  QPointer<PxSensor> mSensor;
   PxResultEchoes* mEchoesResult = nullptr;
   QDateTime mBlinkTime;
   float mLineHeight = 0.0f;

@@ -3,16 +3,17 @@
 #include "ParvexExport.h"
 #include "PtGraphWidget.h"
 #include "PxResultSubscription.h"
+#include "PxSensor.h"
 
 #include <QPixmap>
 #include <QPointF>
+#include <QPointer>
 
 #include <vector>
 
 class PxResultEchoes;
 class PxResultState;
 class PxResultTrace;
-class PxSensor;
 class PxTrace;
 
 // The signal traces of every segment of a sensor as curves, with the detected echoes as labelled
@@ -136,7 +137,9 @@ private:
   // Toggles a segment from a Shift (or Alt) key; false when the key names no segment of ours.
   bool ToggleSegmentKey(QKeyEvent* aEvent);
 
-  PxSensor* mSensor = nullptr;
+  // Guarded: the view may outlive the sensor by a moment at disconnect (a closed form waits for
+  // its deletion, the host's central view goes after the device UI) and must not reach back then.
+  QPointer<PxSensor> mSensor;
   PxResultEchoes* mEchoes = nullptr;
   PxResultTrace* mRawTraces = nullptr;
   PxResultTrace* mFilteredTraces = nullptr;

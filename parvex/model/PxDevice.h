@@ -51,6 +51,7 @@ public:
   enum : PtU32 {
     ID_DEVICE_NAME = 34,
     ID_SERIAL_NUMBER = 3840,
+    ID_HARDWARE_PART_NUMBER = 4347, // text, for devices that report one
     ID_SOFTWARE_PART_NUMBER = 4348,
     ID_SOFTWARE_VERSION = 4349,
     ID_SOFTWARE_CRC = 4350,

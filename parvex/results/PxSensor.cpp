@@ -19,6 +19,8 @@ namespace
 {
 constexpr PtU32 SENSOR_CONSTANT = PxProperty::CAT_CONFIGURATION | PxProperty::F_SAVE; // 8
 constexpr PtU32 DECIMALS_FREE = 0xFFFFFFFFu;
+// A memory access on a sensor that offers no memories.
+constexpr int LOGIC_NO_MEMORIES = 20;
 } // namespace
 
 PxSensor::PxSensor(PxConnection* aConnection)
@@ -180,6 +182,25 @@ PtU32 PxSensor::GetDebugDefaultMemoryLength()
 QMap<int, QString> PxSensor::GetOptionToolTips()
 {
   return {};
+}
+
+QStringList PxSensor::MemoryNames() const
+{
+  return {};
+}
+
+QByteArray PxSensor::ReadMemory(int, PtU64, PtU32)
+{
+  PtLogicError(LOGIC_NO_MEMORIES);
+}
+
+void PxSensor::WriteMemory(int, PtU64, const QByteArray&)
+{
+  PtLogicError(LOGIC_NO_MEMORIES);
+}
+
+void PxSensor::RefreshProperty(PtU32)
+{
 }
 
 bool PxSensor::DeliversFilteredTraces() const

@@ -8,7 +8,9 @@
 #include "PxResultProvider.h"
 #include "PxResultTrace.h"
 
+#include <QByteArray>
 #include <QMap>
+#include <QStringList>
 #include <QString>
 #include <memory>
 #include <unordered_map>
@@ -66,6 +68,17 @@ public:
   virtual void DebugCommand2(PtU64 aAddress, PtU32 aLength, PtByte aMode, PtU64 aValue) = 0;
   virtual PtU32 GetDebugDefaultMemoryLength();
   virtual QMap<int, QString> GetOptionToolTips();
+  // The device memories the debug form offers, by the number ReadMemory and WriteMemory take. A
+  // sensor without a memory interface has none, and the form says so.
+  virtual QStringList MemoryNames() const;
+  // aLength bytes of memory aMemory from aAddress. Throws what the device answers (an address
+  // beyond the memory, a memory that cannot be read); the default, with no memories, refuses.
+  virtual QByteArray ReadMemory(int aMemory, PtU64 aAddress, PtU32 aLength);
+  // Writes aData at aAddress; a memory that cannot be written throws the device's answer.
+  virtual void WriteMemory(int aMemory, PtU64 aAddress, const QByteArray& aData);
+  // Reads the property aId from the device again, for values that change without the user (the
+  // state form keeps one current). The default does nothing: such a sensor has none.
+  virtual void RefreshProperty(PtU32 aId);
   // Makes the provider of a group on first request; the base knows the state provider (2).
   virtual PxResultProvider* CreateProvider(PtU32 aId);
   // Data mask := OR of the subscriptions' masks.

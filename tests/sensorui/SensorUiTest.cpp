@@ -1,0 +1,336 @@
+#include "ConfigWindow.h"
+#include "PtModalScript.h"
+#include "PtPreferencesDialog.h"
+#include "PxControlConnection.h"
+#include "PxDataLogger.h"
+#include "PxDockWidget.h"
+#include "PxEntry.h"
+#include "PxIntegerProperty.h"
+#include "PxRecorder.h"
+#include "PxSimConnectionTypes.h"
+#include "PxSimDeviceUi.h"
+#include "PxSimDriver.h"
+#include "PxSimProtocol.h"
+#include "PxSimSensor.h"
+#include "PxStaticUi.h"
+#include "PxTest.h"
+
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+#include <memory>
+#include <set>
+
+namespace {
+// The sensor UI with the recording's running time under the test's control, so that the time
+// limit is reached without waiting for it.
+class TimedUi : public PxSimDeviceUi
+{
+public:
+  using PxSimDeviceUi::PxSimDeviceUi;
+  unsigned int mElapsed = 0;
+
+protected:
+  unsigned int RecordElapsedTime() const override { return mElapsed; }
+};
+
+// parvex-config's window with the simulated sensor connected in-process.
+class SensorUiFlow : public ::testing::Test
+{
+protected:
+  void SetUp() override { Start(); }
+  void TearDown() override { PxShutdown(); }
+
+  void Start()
+  {
+    mWindow = std::make_unique<ConfigWindow>();
+    ASSERT_TRUE(PxInit(mWindow.get()));
+    PxSimDriver::Register(mWindow.get());
+    PxSimConnectionTypes::SetSimulatorStateDir(mState.filePath(QStringLiteral("sim")));
+    PxRecorder::SetParameters(PxRecorder::DEFAULT_FLAGS, mState.filePath(QStringLiteral("records")), 500, 1);
+    PxDataLogger::SetParameters(mState.filePath(QStringLiteral("logs")));
+    mWindow->show();
+    PxControlConnection* lLink = PxSimConnectionTypes::CreateSimulatorConnection();
+    ASSERT_TRUE(lLink->Connect());
+    auto* lSensor = static_cast<PxSimSensor*>(PxDevice::Create(PxSimSensor::TYPE, lLink));
+    lLink->setParent(lSensor);
+    lSensor->Initialize();
+    mUi = new TimedUi(lSensor);
+    PxStaticUi::Singleton()->InstallUi(mUi);
+    ASSERT_EQ(PxStaticUi::Ui(), mUi);
+  }
+  PxSimSensor* Sensor() const { return static_cast<PxSimSensor*>(mUi->Sensor()); }
+  void EditSetting()
+  {
+    auto& lPower =
+        static_cast<PxIntegerProperty&>(Sensor()->Property(PxSimSensor::PropertyId(PxSimProtocol::ID_LIGHT_POWER)));
+    lPower.SetValue(0, lPower.Value(0) == 50 ? 60 : 50);
+    ASSERT_TRUE(Sensor()->PropertyModified());
+  }
+  // The open windows' permanent ids.
+  std::multiset<unsigned int> OpenIds() const
+  {
+    std::multiset<unsigned int> lIds;
+    for (PxDockWidget* lWindow : mUi->Windows()) {
+      lIds.insert(lWindow->PermanentId());
+    }
+    return lIds;
+  }
+
+  QTemporaryDir mState;
+  std::unique_ptr<ConfigWindow> mWindow;
+  TimedUi* mUi = nullptr;
+};
+
+struct RunCase
+{
+  const char* mName;
+  QAction* (PxSensorUi::*mAction)();
+  bool (*mRunning)(PxSensor&);
+  QString (PxSensorUi::*mStatus)() const;
+  QString mRefusal;
+  QString mStart;
+  QString mStop;
+  QString mStatusPrefix;
+};
+
+const RunCase RUN_CASES[] = {
+    {"recording", &PxSensorUi::RecordAction, [](PxSensor& s) { return s.Recorder() != nullptr; },
+     &PxSensorUi::RecordStatus, QStringLiteral("Cannot start recording while there are unapplied changes."),
+     QStringLiteral("Start Recording"), QStringLiteral("Stop Recording"), QStringLiteral("Record ")},
+    {"logging", &PxSensorUi::LogAction, [](PxSensor& s) { return s.DataLogger() != nullptr; }, &PxSensorUi::LogStatus,
+     QStringLiteral("Cannot start logging while there are unapplied changes."), QStringLiteral("Start Data Logging"),
+     QStringLiteral("Stop Data Logging"), QStringLiteral("Log ")},
+};
+
+TEST_F(SensorUiFlow, RecordingAndLoggingWaitForApplyAndShowTheirRunningTime)
+{
+  for (const RunCase& lCase : RUN_CASES) {
+    SCOPED_TRACE(lCase.mName);
+    QAction* lAction = (mUi->*lCase.mAction)();
+    EditSetting();
+    {
+      PtModalScript lScript;
+      lAction->trigger();
+      ASSERT_EQ(lScript.Interactions().size(), 1);
+      EXPECT_EQ(lScript.Interactions()[0].mKind, PtModalScript::K_INFORMATION);
+      EXPECT_EQ(lScript.Interactions()[0].mText, lCase.mRefusal);
+    }
+    EXPECT_FALSE(lCase.mRunning(*Sensor()));
+    EXPECT_EQ(lAction->text(), lCase.mStart);
+
+    mUi->ApplyAction()->trigger();
+    PtModalScript lScript;
+    lAction->trigger();
+    EXPECT_TRUE(lScript.Interactions().isEmpty());
+    ASSERT_TRUE(lCase.mRunning(*Sensor()));
+    EXPECT_EQ(lAction->text(), lCase.mStop);
+    // The configuration is locked while data is written.
+    EXPECT_FALSE(mUi->LoadAction()->isEnabled());
+    EXPECT_FALSE(mUi->CalibrationAction()->isEnabled());
+    Q_EMIT mWindow->Tick();
+    EXPECT_EQ((mUi->*lCase.mStatus)(), lCase.mStatusPrefix + QStringLiteral("0:00:00 "));
+
+    lAction->trigger();
+    EXPECT_FALSE(lCase.mRunning(*Sensor()));
+    EXPECT_EQ(lAction->text(), lCase.mStart);
+    EXPECT_EQ((mUi->*lCase.mStatus)(), QString());
+    EXPECT_TRUE(mUi->LoadAction()->isEnabled());
+  }
+}
+
+TEST_F(SensorUiFlow, TimeLimitStopsTheRecordingOnTheFirstTickPastIt)
+{
+  mUi->RecordAction()->trigger();
+  ASSERT_NE(Sensor()->Recorder(), nullptr);
+  Sensor()->Acquire(); // a frame, so that the file closes without waiting for one
+  for (const auto& [lElapsed, lRunning, lStatus] :
+       {std::make_tuple(59999u, true, QStringLiteral("Record 0:00:59 ")), std::make_tuple(60000u, false, QString())}) {
+    mUi->mElapsed = lElapsed;
+    Q_EMIT mWindow->Tick();
+    EXPECT_EQ(Sensor()->Recorder() != nullptr, lRunning) << lElapsed;
+    EXPECT_EQ(mUi->RecordStatus(), lStatus);
+  }
+  EXPECT_EQ(mUi->RecordAction()->text(), QStringLiteral("Start Recording"));
+  // The file is finished: the recording can start again.
+  mUi->mElapsed = 0;
+  mUi->RecordAction()->trigger();
+  EXPECT_NE(Sensor()->Recorder(), nullptr);
+}
+
+TEST_F(SensorUiFlow, AStartThatFailsIsLoggedAndShownAndTheApplicationGoesOn)
+{
+  // A directory that cannot be made: its parent is a file.
+  QFile lFile(mState.filePath(QStringLiteral("plain-file")));
+  ASSERT_TRUE(lFile.open(QIODevice::WriteOnly));
+  lFile.close();
+  const QString lUnwritable = lFile.fileName() + QStringLiteral("/sub");
+  PxRecorder::SetParameters(PxRecorder::DEFAULT_FLAGS, lUnwritable, 500, 60);
+  PxDataLogger::SetParameters(lUnwritable);
+  for (const RunCase& lCase : RUN_CASES) {
+    SCOPED_TRACE(lCase.mName);
+    PtModalScript lScript;
+    (mUi->*lCase.mAction)()->trigger();
+    ASSERT_EQ(lScript.Interactions().size(), 1);
+    EXPECT_EQ(lScript.Interactions()[0].mKind, PtModalScript::K_ERROR);
+    EXPECT_FALSE(lCase.mRunning(*Sensor()));
+    EXPECT_EQ((mUi->*lCase.mAction)()->text(), lCase.mStart);
+    EXPECT_TRUE(mUi->LoadAction()->isEnabled());
+  }
+  // Nothing was torn down: the forms still open.
+  mUi->StateAction()->trigger();
+  EXPECT_EQ(OpenIds(), (std::multiset<unsigned int>{1}));
+}
+
+TEST_F(SensorUiFlow, OneTraceFormServesRawAndFilteredTraces)
+{
+  struct Step
+  {
+    QAction* mAction;
+    bool mOpen;
+    unsigned int mFlags;
+    bool mRawChecked;
+    bool mFilteredChecked;
+  };
+  QAction* lRaw = mUi->RawTracesAction();
+  QAction* lFiltered = mUi->FilteredTracesAction();
+  const Step lSteps[] = {
+      {lRaw, true, 1, true, false},        {lFiltered, true, 3, true, true},  {lRaw, true, 2, false, true},
+      {lFiltered, false, 0, false, false}, {lFiltered, true, 2, false, true},
+  };
+  int lIndex = 0;
+  for (const Step& lStep : lSteps) {
+    SCOPED_TRACE(lIndex++);
+    lStep.mAction->trigger();
+    PxDockWidget* lForm = mUi->RequestWindow(3, 0);
+    EXPECT_EQ(lForm != nullptr, lStep.mOpen);
+    EXPECT_EQ(OpenIds().count(3), lStep.mOpen ? 1u : 0u);
+    if (lForm) {
+      EXPECT_EQ(lForm->Flags(), lStep.mFlags);
+    }
+    EXPECT_EQ(lRaw->isChecked(), lStep.mRawChecked);
+    EXPECT_EQ(lFiltered->isChecked(), lStep.mFilteredChecked);
+  }
+  // A layout asking for both kinds gets the one form with both bits.
+  PxDockWidget* lBoth = mUi->RequestWindow(3, 3);
+  ASSERT_NE(lBoth, nullptr);
+  EXPECT_EQ(lBoth->Flags(), 3u);
+  EXPECT_EQ(OpenIds().count(3), 1u);
+  EXPECT_EQ(mUi->RequestWindow(7, 0), nullptr);
+}
+
+TEST_F(SensorUiFlow, ViewAndDeviceActionsToggleTheirForms)
+{
+  for (const auto& [lAction, lId] :
+       {std::pair{mUi->StateAction(), 1u}, std::pair{mUi->DebugAction(), 2u}, std::pair{mUi->EchoesAction(), 4u}}) {
+    lAction->trigger();
+    EXPECT_EQ(OpenIds(), (std::multiset<unsigned int>{lId}));
+    EXPECT_EQ(mUi->RequestWindow(lId, 0), mUi->RequestWindow(lId, 0)); // found, not toggled
+    lAction->trigger();
+    EXPECT_TRUE(OpenIds().empty() && !lAction->isChecked()) << lId;
+  }
+  // Recording closes the debug form: its memory accesses would stall the recording.
+  mUi->DebugAction()->trigger();
+  mUi->RecordAction()->trigger();
+  Sensor()->Acquire();
+  EXPECT_TRUE(OpenIds().empty());
+  EXPECT_FALSE(mUi->DebugAction()->isEnabled());
+}
+
+TEST_F(SensorUiFlow, PreferencePagesStoreWhatTheUserChose)
+{
+  struct Case
+  {
+    bool mRaw;
+    bool mFiltered;
+    unsigned int mFlags;
+  };
+  const QString lChosen = mState.filePath(QStringLiteral("chosen"));
+  bool lFirst = true;
+  for (const Case& lCase : {Case{false, false, 0}, Case{true, false, 4}, Case{false, true, 8}, Case{true, true, 12}}) {
+    SCOPED_TRACE(lCase.mFlags);
+    // A stored default keeps bits no box shows; accepting the page drops them.
+    PxRecorder::SetParameters(PxRecorder::DEFAULT_FLAGS, mState.filePath(QStringLiteral("records")), 500, 60);
+    PtModalScript lScript;
+    lScript.Queue([&](QDialog* aDialog) {
+      auto* lPreferences = static_cast<PtPreferencesDialog*>(aDialog);
+      QWidget* lRecorder = lPreferences->Page(QStringLiteral("Recorder"));
+      QWidget* lLogger = lPreferences->Page(QStringLiteral("Data Logger"));
+      ASSERT_TRUE(lRecorder && lLogger);
+      if (lFirst) {
+        QStringList lTexts;
+        for (QGroupBox* lGroup : lRecorder->findChildren<QGroupBox*>()) {
+          lTexts << lGroup->title();
+        }
+        for (QLabel* lLabel : (lRecorder->findChildren<QLabel*>() + lLogger->findChildren<QLabel*>())) {
+          lTexts << lLabel->text();
+        }
+        EXPECT_EQ(lTexts, (QStringList{"Where", "What", "How Long", "Directory:", "Maximum file size (MB):",
+                                       "Maximum record time (minutes):", "Directory:"}));
+      }
+      const QList<QCheckBox*> lBoxes = lRecorder->findChildren<QCheckBox*>();
+      ASSERT_EQ(lBoxes.size(), 2);
+      lBoxes[0]->setChecked(lCase.mRaw);
+      lBoxes[1]->setChecked(lCase.mFiltered);
+      lRecorder->findChildren<QSpinBox*>().at(1)->setValue(5);
+      // "Browse..." puts the chosen directory in the field; the data logger's has its own.
+      lRecorder->findChild<QPushButton*>()->click();
+      EXPECT_EQ(lRecorder->findChild<QLineEdit*>()->text(), lChosen);
+      aDialog->accept();
+    });
+    lScript.Queue(lChosen);
+    PtPreferencesDialog lDialog(mWindow.get());
+    lDialog.exec();
+    EXPECT_EQ(lScript.Pending(), 0);
+    EXPECT_EQ(PxRecorder::Flags(), lCase.mFlags);
+    EXPECT_EQ(PxRecorder::MaxTime(), 5u);
+    EXPECT_EQ(PxRecorder::Directory(), lChosen);
+    lFirst = false;
+  }
+  // Cancel keeps what was stored.
+  PtModalScript lScript;
+  lScript.QueueCancel();
+  PtPreferencesDialog lDialog(mWindow.get());
+  lDialog.exec();
+  EXPECT_EQ(PxRecorder::Flags(), 12u);
+}
+
+TEST_F(SensorUiFlow, WindowsComeBackWhereTheyWereAfterARestart)
+{
+  mUi->StateAction()->trigger();
+  PxDockWidget* lState = mUi->RequestWindow(1, 0);
+  mWindow->addDockWidget(Qt::LeftDockWidgetArea, lState);
+  lState->setFloating(false);
+  mUi->RequestWindow(3, 3);
+  mUi->EchoesAction()->trigger();
+  PxDockWidget* lDebug = mUi->RequestWindow(2, 0);
+  lDebug->move(140, 120);
+  lDebug->resize(520, 380);
+  const QRect lDebugGeometry = lDebug->geometry();
+  const QPoint lDebugPosition = lDebug->pos();
+
+  // Quit as the user does, then start the application again.
+  PtModalScript lScript;
+  mWindow->close();
+  ASSERT_EQ(PxStaticUi::Ui(), nullptr);
+  PxShutdown();
+  Start();
+
+  EXPECT_EQ(OpenIds(), (std::multiset<unsigned int>{1, 2, 3, 4}));
+  PxDockWidget* lRestoredState = mUi->RequestWindow(1, 0);
+  EXPECT_FALSE(lRestoredState->isFloating());
+  EXPECT_EQ(mWindow->dockWidgetArea(lRestoredState), Qt::LeftDockWidgetArea);
+  EXPECT_EQ(mUi->RequestWindow(3, 0)->Flags(), 3u);
+  EXPECT_TRUE(mUi->RawTracesAction()->isChecked() && mUi->FilteredTracesAction()->isChecked());
+  PxDockWidget* lRestoredDebug = mUi->RequestWindow(2, 0);
+  EXPECT_TRUE(lRestoredDebug->isFloating());
+  EXPECT_EQ(lRestoredDebug->pos(), lDebugPosition);
+  EXPECT_EQ(lRestoredDebug->size(), lDebugGeometry.size());
+}
+} // namespace

@@ -1,0 +1,123 @@
+#include "PxControlConnection.h"
+#include "PxIntegerProperty.h"
+#include "PxLabel.h"
+#include "PxResultState.h"
+#include "PxSimConnectionTypes.h"
+#include "PxSimDriver.h"
+#include "PxSimSensor.h"
+#include "PxSystemStateForm.h"
+#include "PxTest.h"
+#include "PxTestGallery.h"
+#include "PxTestSensor.h"
+#include "PxTestTransport.h"
+
+#include <QGroupBox>
+#include <QLabel>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+#include <memory>
+
+namespace {
+// A sensor with the property the state form keeps current, counting how often it is read again.
+class RefreshingSensor : public PxTestSensor
+{
+public:
+  using PxTestSensor::PxTestSensor;
+  void RefreshProperty(PtU32 aId) override { mRefreshed << aId; }
+  QList<PtU32> mRefreshed;
+  PxIntegerProperty mRefreshedProperty{CAT_STATE, PxSystemStateForm::ID_REFRESHED_PROPERTY, 0x0777, 4};
+};
+
+TEST(SystemStateForm, IdentityLinesAsTheDeviceReportsThem)
+{
+  struct Case
+  {
+    PtU16 mSoftware;
+    QString mVersion;
+  };
+  const Case lCases[] = {
+      {0xC005, QStringLiteral("Version: FPGA: 1.3  Software: 5 (Factory)  CRC: 4660")},
+      {0x8005, QStringLiteral("Version: FPGA: 1.3  Software: 5 (Upgrade)  CRC: 4660")},
+      {0x4ABC, QStringLiteral("Version: FPGA: 1.3  Software: 2748 (Factory)  CRC: 4660")},
+      {0x00D4, QStringLiteral("Version: FPGA: 1.3  Software: 212 ()  CRC: 4660")},
+  };
+  for (const Case& lCase : lCases) {
+    PxTestSensor lSensor;
+    lSensor.SetSerialNumber("PX16-000042");
+    lSensor.SetFpgaVersion(0x0103);
+    lSensor.SetSoftwareVersion(lCase.mSoftware);
+    lSensor.SetSoftwareCRC(0x1234);
+    const char lPart[] = "74E0016-2";
+    lSensor.SetSoftwarePartNumber(lPart, sizeof(lPart) - 1);
+    PxSystemStateForm lForm;
+    lForm.SetSensor(&lSensor);
+    EXPECT_EQ(lForm.VersionLabel()->text(), lCase.mVersion);
+    EXPECT_EQ(lForm.SerialNumberLabel()->text(), QStringLiteral("Serial Number: PX16-000042"));
+    // This sensor reports no hardware part number: its place stays empty.
+    EXPECT_EQ(lForm.PartNumbersLabel()->text(), QStringLiteral("Part Numbers: Hardware:   Software: 74E0016-2"));
+  }
+}
+
+TEST(SystemStateForm, RefreshesItsPropertyOnlyWhileTheSensorIsLive)
+{
+  for (bool lLive : {false, true}) {
+    SCOPED_TRACE(lLive);
+    auto* lLink = new PxTestTransport;
+    ASSERT_TRUE(lLink->Connect());
+    RefreshingSensor lSensor(lLive ? lLink : nullptr);
+    lLink->setParent(&lSensor);
+    lSensor.AddProperty(&lSensor.mRefreshedProperty);
+    PxSystemStateForm lForm;
+    lForm.SetSensor(&lSensor);
+    auto* lState = lSensor.StateProvider();
+    Q_EMIT lState->NewData();
+    Q_EMIT lState->NewData();
+    EXPECT_EQ(lSensor.mRefreshed.size(), lLive ? 2 : 0);
+    if (lLive) {
+      // A link that drops stops the refresh at once.
+      lLink->Disconnect();
+      Q_EMIT lState->NewData();
+      EXPECT_EQ(lSensor.mRefreshed.size(), 2);
+      EXPECT_EQ(lSensor.mRefreshed.at(0), PxSystemStateForm::ID_REFRESHED_PROPERTY);
+    }
+  }
+}
+
+TEST(SystemStateForm, FollowsTheSimulatedSensorsState)
+{
+  QTemporaryDir lState;
+  PxSimDriver::Register(nullptr); // the sensor type, without a host to tick it
+  PxSimConnectionTypes::SetSimulatorStateDir(lState.path());
+  PxControlConnection* lLink = PxSimConnectionTypes::CreateSimulatorConnection();
+  ASSERT_TRUE(lLink->Connect());
+  std::unique_ptr<PxSimSensor> lSensor(static_cast<PxSimSensor*>(PxDevice::Create(PxSimSensor::TYPE, lLink)));
+  ASSERT_TRUE(lSensor);
+  lLink->setParent(lSensor.get());
+  lSensor->Initialize();
+  PxSystemStateForm lForm;
+  lForm.SetSensor(lSensor.get());
+  // The form's subscription makes the acquisition fetch the state group.
+  EXPECT_TRUE(lSensor->DataMask() & 2);
+  for (int i = 0; i < 40; ++i) {
+    lSensor->Acquire();
+  }
+  EXPECT_TRUE(lForm.VersionLabel()->text().startsWith(QStringLiteral("Version: FPGA: 1.3  Software: 212 (")));
+  EXPECT_EQ(lForm.PartNumbersLabel()->text(), QStringLiteral("Part Numbers: Hardware: 74E0016-2  Software: ") +
+                                                  lSensor->SoftwarePartNumber().TextValue(0));
+  EXPECT_FALSE(lForm.ElapsedTimeLabel()->text().isEmpty());
+  // The frame counter is the simulated sensor's diagnostic value: it gets the "Debug" group.
+  ASSERT_FALSE(lForm.DebugGroup()->isHidden());
+  auto* lFrames = lForm.DebugGroup()->findChild<PxLabel*>();
+  ASSERT_NE(lFrames, nullptr);
+  EXPECT_EQ(lFrames->text(), QStringLiteral("Frame Counter: 39"));
+  QStringList lShown;
+  for (PxLabel* lLabel : lForm.ResultLabels()) {
+    lShown << lLabel->text().section(QLatin1Char(':'), 0, 0);
+  }
+  EXPECT_EQ(lShown,
+            (QStringList{"Acquisition State", "Temperature", "Processor Load", "Measurement Rate", "Frame Counter"}));
+  lForm.resize(640, 420);
+  EXPECT_TRUE(PxTest::SaveToGallery(&lForm, QStringLiteral("system-state-form")));
+}
+} // namespace
