@@ -245,3 +245,13 @@ bool PxRecordPlayer::Extract(unsigned long aFirst, unsigned long aLast, const QS
   // The header (main section 0) leads; frame k is main section k.
   return mReader.Extract(1, aFirst, aLast, aFileName);
 }
+
+bool PxRecordPlayer::Extract(const QString& aSource, unsigned long aFirst, unsigned long aLast,
+                             const QString& aFileName)
+{
+  if (aFirst < 1 || aFirst > aLast) {
+    return false;
+  }
+  PtDocumentReader lReader(aSource);
+  return lReader.Extract(1, aFirst, aLast, aFileName);
+}

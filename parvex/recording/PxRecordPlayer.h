@@ -71,6 +71,12 @@ public:
   // Writes the header and frames aFirst to aLast (from 1, both included) into a new record file.
   // False for a bad range.
   bool Extract(unsigned long aFirst, unsigned long aLast, const QString& aFileName);
+  // The same from a reader of its own, so that a worker thread can copy a long range while the
+  // player goes on replaying. The caller checks the range against RecordSize().
+  static bool Extract(const QString& aSource, unsigned long aFirst, unsigned long aLast, const QString& aFileName);
+  // Whether the file ends without its closing frame: its writer was killed, and every complete
+  // frame before the cut replays.
+  bool IsCut() const { return mStarted && mTrailingSections == 0; }
 
 protected:
   // A player for files whose frames are not all self-contained: MoveTo then starts replaying at
