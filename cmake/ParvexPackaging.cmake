@@ -64,14 +64,19 @@ inspects, extracts and exports record files; parvex-sim serves a simulated
  16-segment sensor over TCP for trying the suite without hardware.")
 
 # dpkg-shlibdeps must find our own libraries in cpack's staging tree; they belong to our packages,
-# so their package dependencies come from the component graph above.
+# so their package dependencies come from the component graph above. The staging tree lies under
+# the output folder, which is only known when cpack runs (cpack -B), hence the project file.
 set(CPACK_PACKAGE_FILE_NAME "parvex-${PROJECT_VERSION}-Linux")
-set(lStaging "${CMAKE_BINARY_DIR}/_CPack_Packages/Linux/DEB/${CPACK_PACKAGE_FILE_NAME}")
+set(CPACK_PROJECT_CONFIG_FILE "${CMAKE_BINARY_DIR}/packaging/ParvexCPackProject.cmake")
+file(MAKE_DIRECTORY "${CMAKE_BINARY_DIR}/packaging")
+file(WRITE "${CPACK_PROJECT_CONFIG_FILE}" "
+set(lStaging \"\${CPACK_PACKAGE_DIRECTORY}/_CPack_Packages/Linux/DEB/\${CPACK_PACKAGE_FILE_NAME}\")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS
-  "${lStaging}/runtime/usr/${CMAKE_INSTALL_LIBDIR}" "${lStaging}/app/usr/${PARVEX_INSTALL_PRIVATE_LIBDIR}")
+  \"\${lStaging}/runtime/usr/${CMAKE_INSTALL_LIBDIR}\" \"\${lStaging}/app/usr/${PARVEX_INSTALL_PRIVATE_LIBDIR}\")
+")
+
 # Every package carries the copyright file and the Debian changelog Debian's policy asks for.
 set(lChangelog "${CMAKE_BINARY_DIR}/packaging/changelog.Debian.gz")
-file(MAKE_DIRECTORY "${CMAKE_BINARY_DIR}/packaging")
 file(ARCHIVE_CREATE OUTPUT "${lChangelog}" PATHS "${PROJECT_SOURCE_DIR}/app/share/debian/changelog"
   FORMAT raw COMPRESSION GZip COMPRESSION_LEVEL 9)
 foreach(lComponent runtime dev app tools)

@@ -12,6 +12,8 @@ packages=(
   clang libclang-rt-dev llvm
   xvfb xauth socat
   lintian help2man appstream file
+  # peers of the display benchmark only; it skips a peer that is missing
+  libqcustomplot-dev libqwt-qt5-dev
 )
 
 missing=()

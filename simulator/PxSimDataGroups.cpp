@@ -166,7 +166,9 @@ void PxSimDataGroups::ComputeReturns()
       lEcho.mAmplitude = std::max(0.0, lTrue * (1.0 + 0.03 * lNoise * mNoise.Gaussian()) +
                                            AMPLITUDE_NOISE * lNoise * mNoise.Gaussian());
       const double lMeasured = lReturn.mDistance + DISTANCE_NOISE * lNoise * mNoise.Gaussian();
-      lEcho.mPeak = (lMeasured - lStart) / lStep;
+      // The trace starts at the optical offset before zero, and a trace holds the light's whole way
+      // back, offset included: the peak sits one offset further out than the distance reported.
+      lEcho.mPeak = (lMeasured + mConfiguration.Number(ID_ECHO_DISTANCE_OFFSET) - lStart) / lStep;
       lEcho.mDistance = lMeasured + mConfiguration.Number(ID_DISTANCE_OFFSETS, static_cast<size_t>(lSegment));
       lEcho.mSaturated = lEcho.mAmplitude >= lSaturation;
       lEcho.mDetected = lEcho.mAmplitude >= lThreshold && lEcho.mAmplitude > 0.0;
@@ -183,7 +185,11 @@ void PxSimDataGroups::WriteEchoes(PxProtocolWriter& aWriter)
   const double lDistanceScale = mConfiguration.Number(ID_ECHO_DISTANCE_SCALE);
   const double lAmplitudeScale = mConfiguration.Number(ID_ECHO_AMPLITUDE_SCALE);
   std::vector<Pt32> lDistances;
-  std::vector<PtU32> lAmplitudes, lPeaks, lTimestamps, lFrames;
+  std::vector<PtU32> lAmplitudes, lBases, lTimestamps, lFrames;
+  // The trace level the echo stands on, in echo amplitude units: the displays draw an echo's tick
+  // at base + amplitude so that it meets the top of its peak.
+  const PtU32 lBase = static_cast<PtU32>(
+      std::lround(TRACE_BASELINE / mConfiguration.Number(ID_TRACE_AMPLITUDE_SCALE) * lAmplitudeScale));
   std::vector<PtU16> lIndexes;
   std::vector<PtByte> lSegments, lFlags;
   for (const Echo& lEcho : mReturns) {
@@ -192,17 +198,17 @@ void PxSimDataGroups::WriteEchoes(PxProtocolWriter& aWriter)
     }
     lDistances.push_back(static_cast<Pt32>(std::lround(lEcho.mDistance * lDistanceScale)));
     lAmplitudes.push_back(static_cast<PtU32>(std::lround(lEcho.mAmplitude * lAmplitudeScale)));
-    lPeaks.push_back(static_cast<PtU32>(std::max(0L, std::lround(lEcho.mPeak))));
+    lBases.push_back(lBase);
     lIndexes.push_back(static_cast<PtU16>(lEcho.mIndex));
     lSegments.push_back(static_cast<PtByte>(lEcho.mSegment));
-    lFlags.push_back(lEcho.mSaturated ? 1 : 0);
+    lFlags.push_back(static_cast<PtByte>(ECHO_VALID | (lEcho.mSaturated ? ECHO_SATURATED : 0)));
     lTimestamps.push_back(Timestamp());
     lFrames.push_back(mFrame);
   }
   const PtU16 lCount = static_cast<PtU16>(lDistances.size());
   aWriter.AddElement(ID_ECHO_DISTANCE, lCount, 4, lDistances.data(), 4);
   aWriter.AddElement(ID_ECHO_AMPLITUDE, lCount, 4, lAmplitudes.data(), 4);
-  aWriter.AddElement(ID_ECHO_PEAK, lCount, 4, lPeaks.data(), 4);
+  aWriter.AddElement(ID_ECHO_BASE, lCount, 4, lBases.data(), 4);
   aWriter.AddElement(ID_ECHO_INDEX, lCount, 2, lIndexes.data(), 2);
   aWriter.AddElement(ID_ECHO_SEGMENT, lCount, 1, lSegments.data(), 1);
   aWriter.AddElement(ID_ECHO_FLAG, lCount, 1, lFlags.data(), 1);

@@ -128,10 +128,12 @@ constexpr PtU32 STARTING_FRAMES = 4;
 // ---- Echoes group (answer of REQ_ECHOES): one element per field, count = echoes ---------------
 constexpr PtU16 ID_ECHO_AMPLITUDE = 4227; // u32 raw / amplitude scale
 constexpr PtU16 ID_ECHO_DISTANCE = 4228;  // i32 raw / distance scale
-constexpr PtU16 ID_ECHO_PEAK = 4229;      // u32: sample index of the echo's peak in its trace
+constexpr PtU16 ID_ECHO_BASE = 4229;      // u32: trace level under the echo, raw / amplitude scale
 constexpr PtU16 ID_ECHO_INDEX = 4230;     // u16: rank of the echo within its segment, nearest first
 constexpr PtU16 ID_ECHO_SEGMENT = 4231;   // u8
-constexpr PtU16 ID_ECHO_FLAG = 4232;      // u8: 1 = saturated
+constexpr PtU16 ID_ECHO_FLAG = 4232;      // u8: ECHO_VALID, ECHO_SATURATED
+constexpr PtByte ECHO_VALID = 1;          // every echo the device reports; the displays show these
+constexpr PtByte ECHO_SATURATED = 2;      // the peak reached the top of the trace
 constexpr PtU16 ID_ECHO_TIMESTAMP = 4233; // u32: the frame's timestamp in ms
 constexpr PtU16 ID_ECHO_FRAME = 4234;     // u32: the frame counter
 constexpr PtU32 MAX_ECHOES = 96;

@@ -1,4 +1,3 @@
-#include "PtException.h"
 #include "PxConnection.h"
 #include "PxTest.h"
 #include "PxTestBytes.h"
@@ -61,15 +60,6 @@ TEST(ConnectionRegistry, LookupsTakeTheFirstRegistrationAndUnknownNamesGiveNothi
   PxConnection::sSerialConnections.clear();
 }
 
-TEST(ConnectionRegistryDeathTest, NullCreatorsStopAtTheirLine)
-{
-  EXPECT_DEATH(PxConnection::RegisterType(QStringLiteral("x"), QString(), nullptr, NoWidget, nullptr),
-               "aConnectionCreator, file PxConnection, line 95");
-  EXPECT_DEATH(PxConnection::RegisterType(QStringLiteral("x"), QString(), Create<'A'>, nullptr, nullptr),
-               "aWidgetCreator, file PxConnection, line 96");
-  EXPECT_DEATH(PxConnection::RegisterSerialListener(1, nullptr), "aSerialPortListener, file PxConnection, line 186");
-}
-
 TEST(Connection, CommunicationErrorPacksBothCodes)
 {
   struct {
@@ -77,16 +67,7 @@ TEST(Connection, CommunicationErrorPacksBothCodes)
     unsigned int mCode;
   } lCases[] = {{5, 2, 131077}, {0xFFFF, 0xFFFF, 0xFFFFFFFFu}};
   for (const auto& c : lCases) {
-    try {
-      PxConnection::PtCommunicationError(c.mLow, c.mHigh);
-      FAIL();
-    } catch (const PxConnection::Exception& e) {
-      unsigned int lCode = 0;
-      QString lText;
-      PtExtractException(e, &lCode, &lText);
-      EXPECT_EQ(lCode, c.mCode);
-      EXPECT_EQ(lText, QStringLiteral("Communication error"));
-    }
+    EXPECT_EQ(PxTest::ErrorCode([&] { PxConnection::PtCommunicationError(c.mLow, c.mHigh); }), c.mCode);
   }
 }
 
@@ -100,8 +81,7 @@ TEST(ControlConnection, AnswerOutcomesDecideWhetherTheLinkSurvives)
     unsigned int mCode;      // 0 = success
     bool mDisconnects;
     bool mKeepsRequest;
-  };
-  const Case lCases[] = {
+  } const lCases[] = {
     {"success", PxTestBytes().AnswerHeader(2, 0, 12, 9).ElementHeader(1, 1, 4).U32(7), 0, false, false},
     {"device code 999 keeps the link", PxTestBytes().AnswerHeader(2, 999, 0, 9), 999, false, true},
     {"device code 1000 drops it", PxTestBytes().AnswerHeader(2, 1000, 0, 9), 1000, true, true},
@@ -147,13 +127,4 @@ TEST(ControlConnection, FailedWriteDisconnectsAndKeepsThePreviousState)
   EXPECT_EQ(lLink.LastRequest(), PT_COMM_CFGSRV_REQUEST_INVALID);
 }
 
-TEST(ControlConnectionDeathTest, MisuseStopsAtTheCheckedLine)
-{
-  PxTestTransport lIdle;
-  EXPECT_DEATH(lIdle.ReadAnswer(), "mLastRequest != PT_COMM_CFGSRV_REQUEST_INVALID, file PxControlConnection, line 102");
-  PxTestTransport lClosed;
-  lClosed.Disconnect();
-  lClosed.StartRequest(1);
-  EXPECT_DEATH(lClosed.ReadAnswer(), "Connected\\(\\), file PxControlConnection, line 101");
-}
 } // namespace

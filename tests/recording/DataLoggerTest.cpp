@@ -2,7 +2,6 @@
 #include "PxTest.h"
 #include "RecordingTestSupport.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -10,13 +9,6 @@
 using namespace RecordingTest;
 
 namespace {
-QByteArray Contents(const QString& aFile)
-{
-  QFile lFile(aFile);
-  lFile.open(QIODevice::ReadOnly);
-  return lFile.readAll();
-}
-
 void PublishOneEcho(SyntheticSensor& aSource, Pt32 aDistance, PtU32 aAmplitude, PtByte aSegment, PtByte aFlag)
 {
   PxResultEchoes& lEchoes = aSource.mSensor.EchoesProvider();
@@ -66,6 +58,6 @@ TEST(DataLogger, WritesEachEchoOnceStampedWithTheStateThatFollows)
   lSource.mSensor.StopDataLogger();
   EXPECT_EQ(lSource.mSensor.DataMask(), 0u);
 
-  EXPECT_EQ(Contents(lFile), QByteArray("   123456  3  45.50  12.34 1 \n"
+  EXPECT_EQ(PxTest::ReadFile(lFile), QByteArray("   123456  3  45.50  12.34 1 \n"
                                         "4000000000 15   0.0012345.68 0 \n"));
 }

@@ -4,7 +4,6 @@
 #include "PxTest.h"
 #include "RecordingTestSupport.h"
 
-#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QSettings>
@@ -168,40 +167,6 @@ TEST(Recorder, SplitsAtTheSizeLimitBetweenFramesOnly)
   EXPECT_EQ(lNext, static_cast<long>(FRAMES));
 }
 
-TEST(Recorder, StopWaitsForAFirstFrameOnlyWhenNoneCame)
-{
-  struct Case
-  {
-    PtU32 mFrames;
-    qint64 mMinMs;
-    qint64 mMaxMs;
-  } const lCases[] = {{0, 1900, 3500}, {3, 0, 500}};
-  for (const Case& lCase : lCases) {
-    SCOPED_TRACE(lCase.mFrames);
-    QTemporaryDir lDir;
-    UseRecorder(lDir.path(), 33);
-    SyntheticSensor lSource(0, 0);
-    lSource.mSensor.CreateRecorder();
-    for (PtU32 n = 0; n < lCase.mFrames; ++n) {
-      lSource.PublishFrame(n);
-    }
-    QElapsedTimer lTimer;
-    lTimer.start();
-    lSource.mSensor.StopRecorder();
-    EXPECT_GE(lTimer.elapsed(), lCase.mMinMs);
-    EXPECT_LE(lTimer.elapsed(), lCase.mMaxMs);
-
-    const Layout lLayout = ReadLayout(RecordFiles(lDir.path()).value(0));
-    if (lCase.mFrames == 0) {
-      // The header never closed: the closing frame ends up inside it.
-      EXPECT_EQ(lLayout.mMain, std::vector<PtU32>{PxRecorder::SECTION_HEADER});
-      EXPECT_EQ(lLayout.mInside[0], (std::vector<PtU32>{PxRecorder::SECTION_PROPERTIES, PxRecorder::SECTION_FRAME}));
-    } else {
-      EXPECT_EQ(lLayout.mMain.size(), lCase.mFrames + 2);
-    }
-  }
-}
-
 TEST(Recorder, KeepsItsSettingsInTheRecorderGroup)
 {
   struct Case
@@ -230,53 +195,6 @@ TEST(Recorder, KeepsItsSettingsInTheRecorderGroup)
     EXPECT_EQ(PxRecorder::MaxFileSize(), lCase.mFileSize);
     EXPECT_EQ(PxRecorder::Directory(), QString::fromUtf8(lCase.mDirectory));
     EXPECT_EQ(PxRecorder::MaxTime(), lCase.mMaxTime);
-  }
-
-  // What the preference page sets is what the next start reads.
-  QSettings().remove(QStringLiteral("Recorder"));
-  PxRecorder::SetParameters(41, QStringLiteral("/x/y"), 7, 9);
-  PxRecorder::Initialize();
-  EXPECT_EQ(QSettings().value(QStringLiteral("Recorder/Flags")).toUInt(), 41u);
-  EXPECT_EQ(PxRecorder::Flags(), 41u);
-  EXPECT_EQ(PxRecorder::Directory(), QStringLiteral("/x/y"));
-  EXPECT_EQ(PxRecorder::MaxFileSize(), 7u);
-  EXPECT_EQ(PxRecorder::MaxTime(), 9u);
-
-  // First start seeds both directories; later starts keep what the user chose.
-  QSettings().remove(QStringLiteral("Recorder"));
-  QSettings().remove(QStringLiteral("DataLogger"));
-  PxRecorder::SeedDefaultDirectories(QStringLiteral("/home/u/Parvex"));
-  PxRecorder::Initialize();
-  PxDataLogger::Initialize();
-  EXPECT_EQ(PxRecorder::Directory(), QStringLiteral("/home/u/Parvex/Recordings"));
-  EXPECT_EQ(PxDataLogger::Directory(), QStringLiteral("/home/u/Parvex/Logs"));
-  PxDataLogger::SetParameters(QStringLiteral("/mine"));
-  PxRecorder::SeedDefaultDirectories(QStringLiteral("/elsewhere"));
-  PxDataLogger::Initialize();
-  PxRecorder::Initialize();
-  EXPECT_EQ(PxDataLogger::Directory(), QStringLiteral("/mine"));
-  EXPECT_EQ(PxRecorder::Directory(), QStringLiteral("/home/u/Parvex/Recordings"));
-  QSettings().remove(QStringLiteral("DataLogger"));
-  PxDataLogger::Initialize();
-  EXPECT_EQ(PxDataLogger::Directory(), QStringLiteral("C:/Data"));
-}
-
-TEST(Recorder, ElapsedTimeWrapsAt32Bits)
-{
-  const QDateTime lStart = QDateTime::fromMSecsSinceEpoch(1425301387042LL, Qt::UTC);
-  struct Case
-  {
-    QDateTime mStart;
-    qint64 mLaterMs;
-    unsigned int mElapsed;
-  } const lCases[] = {
-      {lStart, 1500, 1500u},         {lStart, (1LL << 32) - 1, 0xFFFFFFFFu},
-      {lStart, (1LL << 32) + 5, 5u}, // about 49.7 days
-      {QDateTime(), 1500, 0u},       {QDateTime::fromMSecsSinceEpoch(0, Qt::UTC), 1500, 0u},
-  };
-  for (const Case& lCase : lCases) {
-    const QDateTime lNow = (lCase.mStart.isValid() ? lCase.mStart : lStart).addMSecs(lCase.mLaterMs);
-    EXPECT_EQ(PxRecorder::ElapsedBetween(lCase.mStart, lNow), lCase.mElapsed) << lCase.mLaterMs;
   }
 }
 

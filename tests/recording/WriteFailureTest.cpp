@@ -1,4 +1,3 @@
-#include "PtErrorLogForm.h"
 #include "PtException.h"
 #include "PtModalScript.h"
 #include "PxDataLogger.h"
@@ -66,56 +65,6 @@ TEST(RecordingFailure, AnUncreatableDirectoryStopsNothingThatRuns)
   EXPECT_EQ(lSource.mSensor.Recorder(), nullptr);
   EXPECT_EQ(lSource.mSensor.DataLogger(), nullptr);
   EXPECT_EQ(lSource.mSensor.DataMask(), 0u);
-}
-
-// The recording directory goes away while recording (a removed stick, a share that dropped): the
-// next file cannot be made. The user is told, the recording stops, what was recorded replays, and
-// the application goes on.
-TEST(RecordingFailure, ALostDirectoryStopsTheRecordingAndKeepsItsFrames)
-{
-  RegisterTestPlayer();
-  PtErrorLogForm::Clear();
-  QTemporaryDir lDir;
-  const QString lRecordings = lDir.path() + QStringLiteral("/rec");
-  const QString lMoved = lDir.path() + QStringLiteral("/moved");
-  PxRecorder::SetParameters(37, lRecordings, 1, 60);
-  SyntheticSensor lSource(16, 512);
-  lSource.mSensor.CreateRecorder();
-  bool lFailed = false;
-  QObject::connect(lSource.mSensor.Recorder(), &PxRecorder::Failed, [&] { lFailed = true; });
-
-  PtModalScript lScript;
-  ASSERT_TRUE(QDir().rename(lRecordings, lMoved));
-  QFile lBlocker(lRecordings);
-  ASSERT_TRUE(lBlocker.open(QIODevice::WriteOnly));
-  PtU32 n = 0;
-  while (n < 200 && !lFailed) {
-    lSource.PublishFrame(n++);
-  }
-  ASSERT_TRUE(lFailed) << "the split into the lost directory did not fail";
-  const long lFailedAt = static_cast<long>(n) - 1;
-  for (PtU32 k = 0; k < 20; ++k) {
-    lSource.PublishFrame(n + k); // the sensor goes on publishing
-  }
-  QCoreApplication::processEvents();
-
-  EXPECT_EQ(lSource.mSensor.Recorder(), nullptr);
-  ASSERT_EQ(lScript.Interactions().size(), 1);
-  EXPECT_EQ(lScript.Interactions()[0].mKind, PtModalScript::K_ERROR);
-  EXPECT_TRUE(lScript.Interactions()[0].mText.startsWith(QStringLiteral("Recording stopped")));
-  EXPECT_TRUE(lScript.Interactions()[0].mText.contains(lRecordings)) << "names the file it could not write";
-  ASSERT_EQ(PtErrorLogForm::Entries().size(), 1);
-
-  // Every frame before the one that needed the new file replays.
-  QString lWhy;
-  EXPECT_EQ(ReplayAll(RecordFiles(lMoved), &lWhy), lFailedAt) << lWhy.toStdString();
-
-  // Recording works again once the directory is usable.
-  PxRecorder::SetParameters(37, lDir.path() + QStringLiteral("/again"), 1, 60);
-  lSource.mSensor.CreateRecorder();
-  lSource.PublishFrame(0);
-  lSource.mSensor.StopRecorder();
-  EXPECT_EQ(RecordFiles(lDir.path() + QStringLiteral("/again")).size(), 1);
 }
 
 namespace {

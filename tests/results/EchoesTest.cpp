@@ -1,5 +1,3 @@
-#include "PtDocumentReader.h"
-#include "PtDocumentWriter.h"
 #include "PxIntegerProperty.h"
 #include "PxResultEchoes.h"
 #include "PxTest.h"
@@ -93,8 +91,7 @@ TEST(ResultEchoes, LogWritesFixedWidthLinesWithScalesFromTheProperties)
     PtU32 mAmplitude; // tenths
     PtByte mSegment, mFlag;
     const char* mLine;
-  };
-  const Case lCases[] = {
+  } const lCases[] = {
       {0, 12345, 0, 0, 0, "        0  0   0.00  12.35 0 \n"}, // 12345 x 0.001 in single precision
       {7, -2500, 1, 15, 0x80, "        7 15   0.10  -2.50 1 \n"},
       {4294967295u, 123456000, 100000000, 255, 0, "429496729525510000000.00123456.01 0 \n"}, // widths are minimums
@@ -126,53 +123,4 @@ TEST(ResultEchoes, LogWritesFixedWidthLinesWithScalesFromTheProperties)
   lEmpty.mProvider.Log(lStream, 5);
   lStream.flush();
   EXPECT_TRUE(lText.isEmpty());
-}
-
-TEST(ResultEchoes, RecordsAndReplaysFrames)
-{
-  const QString lFile = PxTest::ScratchDir() + QStringLiteral("/echoes.ptl");
-  {
-    Echoes lEchoes;
-    PtDocumentWriter lWriter(lFile, 5);
-    lEchoes.Answer(AllFields(3));
-    lEchoes.mProvider.Save(lWriter);
-    lEchoes.Answer(PxTestBytes());
-    lEchoes.mProvider.Save(lWriter);
-    lWriter.EndLastSection();
-  }
-  // Section 6144 with the fields in record order, 6145 to 6152; a frame of no echoes still has all eight.
-  PtDocumentReader lWalk(lFile);
-  for (PtU32 lCount : {3u, 0u}) {
-    ASSERT_TRUE(lWalk.Advance());
-    EXPECT_EQ(lWalk.Id(), 6144u);
-    EXPECT_EQ(lWalk.Version(), 1u);
-    for (PtU32 f = 0; f < 8; ++f) {
-      ASSERT_TRUE(lWalk.Advance());
-      EXPECT_EQ(lWalk.Id(), 6145 + f);
-      EXPECT_EQ(lWalk.Count(), lCount);
-      EXPECT_EQ(lWalk.UnitSize(), lCount ? WIDTHS[f] : lWalk.UnitSize());
-    }
-    EXPECT_FALSE(lWalk.Advance());
-  }
-
-  Echoes lReplay;
-  QSignalSpy lNewData(&lReplay.mProvider, &PxResultProvider::NewData);
-  PtDocumentReader lReader(lFile);
-  lReader.Advance();
-  lReplay.mProvider.Load(lReader);
-  ExpectAllFields(lReplay.mProvider, 3);
-  lReader.Advance();
-  lReplay.mProvider.Load(lReader);
-  EXPECT_EQ(lReplay.mProvider.EchoCount(), 0u);
-  EXPECT_EQ(lNewData.count(), 2);
-}
-
-TEST(ResultEchoesDeathTest, ProgrammingErrorsStopWithFileAndLine)
-{
-  Echoes lEchoes;
-  ExpectDeaths({
-      // A device that sends more echoes than a frame holds stops the program.
-      {[&] { lEchoes.Answer(AllFields(97)); }, "aValue <= mEchoes.size(), file PxResultEchoes, line 124"},
-      {[&] { lEchoes.mProvider.SetEchoCount(1); }, "Updating(), file PxResultEchoes, line 125"},
-  });
 }

@@ -1,6 +1,5 @@
 #include "PtDocumentReader.h"
 #include "PtDocumentWriter.h"
-#include "PtTime.h"
 #include "PxFloatProperty.h"
 #include "PxIntegerProperty.h"
 #include "PxResultState.h"
@@ -10,7 +9,6 @@
 #include <QSignalSpy>
 
 #include <limits>
-#include <set>
 
 using namespace ResultsTest;
 
@@ -67,23 +65,6 @@ TEST(ResultState, RateComesFromTheLastSixteenTimestamps)
     EXPECT_FLOAT_EQ(lState.Rate(), c.second);
     EXPECT_EQ(lState.mProvider.TimestampResult()->IntValue(0), c.first.back());
   }
-}
-
-TEST(ResultState, FrameTimeFollowsTheDeviceClockFromTheFirstFrame)
-{
-  PxResultState lState;
-  EXPECT_FALSE(lState.StartTime().isValid());
-  const QDateTime lBefore = QDateTime::currentDateTime();
-  Frame(lState, 0xFFFFFF9Cu); // 100 ms before the device clock wraps
-  const QDateTime lStart = lState.StartTime();
-  EXPECT_GE(lStart, lBefore);
-  EXPECT_LE(lStart, QDateTime::currentDateTime());
-  EXPECT_EQ(lState.FrameTime(), lStart);
-  EXPECT_EQ(lState.FrameTime().timeSpec(), Qt::LocalTime); // shown as the user's wall clock
-  Frame(lState, 0);
-  Frame(lState, 100);
-  EXPECT_EQ(lState.StartTime(), lStart);
-  EXPECT_EQ(lStart.msecsTo(lState.FrameTime()), 200);
 }
 
 TEST(ResultState, DecodesTheStateAnswer)
@@ -161,22 +142,6 @@ TEST(ResultState, RecordsAndReplaysFrames)
     lWriter.EndLastSection();
   }
 
-  // One 6656 section per frame: the frame time first, then every result but the device timestamp.
-  PtDocumentReader lWalk(lFile);
-  ASSERT_TRUE(lWalk.Advance());
-  EXPECT_EQ(lWalk.Id(), 6656u);
-  EXPECT_EQ(lWalk.Version(), 1u);
-  ASSERT_TRUE(lWalk.Advance());
-  EXPECT_EQ(lWalk.Id(), 6673u);
-  Pt64 lStored = 0;
-  lWalk.GetElement(&lStored, 8, 1, 8);
-  EXPECT_EQ(PtFromPersistence(lStored), lFirstFrame);
-  std::set<PtU32> lOthers;
-  while (lWalk.Advance()) {
-    lOthers.insert(lWalk.Id());
-  }
-  EXPECT_EQ(lOthers, (std::set<PtU32>{0x500101, 0x500200}));
-
   State lReplay;
   QSignalSpy lNewData(&lReplay.mProvider, &PxResultProvider::NewData);
   PtDocumentReader lReader(lFile);
@@ -195,19 +160,4 @@ TEST(ResultState, RecordsAndReplaysFrames)
   lReplay.mProvider.Load(lReader);
   EXPECT_EQ(lReplay.mProvider.FrameTime(), lOldTime);
   EXPECT_EQ(lNewData.count(), 3);
-}
-
-TEST(ResultStateDeathTest, ProgrammingErrorsStopWithFileAndLine)
-{
-  PxResultState lState;
-  PxIntegerProperty lScale(CAT_STATE, 4200, 0, 4);
-  ExpectDeaths({
-      {[&] { lState.SetTemperatureScale(nullptr); }, "aProperty != nullptr, file PxResultState, line 230"},
-      {[&] {
-         lState.SetTemperatureScale(&lScale);
-         lState.SetTemperatureScale(&lScale);
-       },
-       "mTemperatureScaleProperty == nullptr, file PxResultState, line 231"},
-      {[&] { lState.SetTimestamp(1); }, "Updating(), file PxResultState, line 275"},
-  });
 }

@@ -31,72 +31,7 @@ struct Bench
   PxInProcessConnection mLink;
   SimTestClient mClient;
 };
-
-QString Utf16(const SimTestClient::Element& aElement)
-{
-  return QString::fromUtf16(reinterpret_cast<const ushort*>(aElement.mData.constData()))
-      .left(aElement.mData.size() / 2);
-}
-
-double Mean(const std::vector<double>& aValues)
-{
-  double lSum = 0;
-  for (double lValue : aValues) {
-    lSum += lValue;
-  }
-  return lSum / aValues.size();
-}
-
-double StdDev(const std::vector<double>& aValues)
-{
-  const double lMean = Mean(aValues);
-  double lSum = 0;
-  for (double lValue : aValues) {
-    lSum += (lValue - lMean) * (lValue - lMean);
-  }
-  return std::sqrt(lSum / aValues.size());
-}
-
-// Samples of one channel far from any echo (the first 40 samples: before the nearest target).
-std::vector<double> Baseline(const SimTestClient::Traces& aTraces, size_t aChannel)
-{
-  std::vector<double> lValues;
-  for (size_t k = 0; k < 40; ++k) {
-    lValues.push_back(aTraces.Sample(aChannel, k));
-  }
-  return lValues;
-}
 } // namespace
-
-TEST(SimDevice, IdentityAndConstantsAreWhatTheSensorModelDecodes)
-{
-  Bench b;
-  SimTestClient::Answer lIdentity = b.mClient.Exchange(REQ_IDENTITY);
-  EXPECT_EQ(lIdentity.at(ID_DEVICE_NAME).mSize, 64u) << "a UTF-16 name of 32 characters";
-  EXPECT_EQ(Utf16(lIdentity.at(ID_DEVICE_NAME)), QStringLiteral("Simulated Parvex 16"));
-  EXPECT_EQ(lIdentity.at(ID_SOFTWARE_PART).mSize, 11u);
-
-  // The sensor reads these by device id with fixed item sizes: any drift breaks the decoding.
-  struct Case
-  {
-    PtU16 mId;
-    PtU32 mSize;
-    double mValue;
-  } const lCases[] = {
-      {ID_CHANNEL_COUNT, 4, 16},        {ID_ECHO_DISTANCE_SCALE, 4, 1000},         {ID_TRACE_AMPLITUDE_SCALE, 4, 64},
-      {ID_ECHO_AMPLITUDE_SCALE, 4, 64}, {ID_ECHO_DISTANCE_OFFSET, 4, 0.5 * 65536}, {ID_POINT_STEP, 4, 0.05},
-  };
-  SimTestClient::Answer lConfig = b.mClient.Exchange(REQ_READ_CONFIG);
-  for (const Case& c : lCases) {
-    const SimTestClient::Element& e = lConfig.at(c.mId);
-    EXPECT_EQ(e.mCount, 1) << c.mId;
-    EXPECT_EQ(e.mSize, c.mSize) << c.mId;
-    const double lValue = c.mId == ID_POINT_STEP ? e.At<float>() : e.At<Pt32>();
-    EXPECT_NEAR(lValue, c.mValue, 1e-6) << c.mId;
-  }
-  EXPECT_EQ(lConfig.at(ID_DISTANCE_OFFSETS).mCount, 16);
-  EXPECT_GE(lConfig.size(), 30u);
-}
 
 TEST(SimDevice, RefusedWritesNameTheElementAndChangeNothing)
 {
@@ -112,9 +47,7 @@ TEST(SimDevice, RefusedWritesNameTheElementAndChangeNothing)
   } const lCases[] = {
       {"unknown id", 0x7777, 1, PxTestBytes().U32(1), ANSWER_BAD_ELEMENT},
       {"read-only constant", ID_CHANNEL_COUNT, 1, PxTestBytes().U32(8), ANSWER_READ_ONLY},
-      {"wrong count", ID_DISTANCE_OFFSETS, 2, PxTestBytes().U32(0).U32(0), ANSWER_BAD_ELEMENT},
       {"power above 100 %", ID_LIGHT_POWER, 1, PxTestBytes().U8(101), ANSWER_OUT_OF_RANGE},
-      {"accumulation not in the list", ID_ACCUMULATION, 1, PxTestBytes().U16(3), ANSWER_OUT_OF_RANGE},
       {"threshold not a number", ID_DETECTION_THRESHOLD, 1, PxTestBytes().F32(lNaN), ANSWER_OUT_OF_RANGE},
   };
   for (const Case& c : lCases) {
@@ -147,8 +80,6 @@ TEST(SimDevice, BadRequestsGetAnswerCodesAndKeepTheLink)
       {"unknown request", 77, QByteArray(), ANSWER_UNKNOWN_REQUEST},
       {"element running past the payload", REQ_WRITE_CONFIG, PxTestBytes().ElementHeader(ID_LIGHT_POWER, 4, 4).U32(1),
        ANSWER_BAD_ELEMENT},
-      {"half an element header", REQ_STATE, PxTestBytes().U16(1).U16(1), ANSWER_BAD_ELEMENT},
-      {"elements on a data request", REQ_ECHOES, PxTestBytes().ElementHeader(5, 1, 1).U8(0), ANSWER_BAD_ELEMENT},
       {"select of an unknown id", REQ_READ_CONFIG, PxTestBytes().ElementHeader(ID_SELECT, 1, 2).U16(0x7777),
        ANSWER_BAD_ELEMENT},
       {"memory read without address", REQ_READ_MEMORY,
@@ -231,87 +162,6 @@ TEST(SimDevice, SettingsShowInTheData)
   EXPECT_NEAR(lPole(lDimmed), lFull / 2.0, 1.0);
   EXPECT_LT(lDimmed.at(ID_ECHO_DISTANCE).mCount, lCount);
   b.mClient.Write<PtByte>(ID_LIGHT_POWER, 100);
-
-  // A segment's distance offset moves its echoes, and only its own.
-  b.mClient.Write<Pt32>(ID_DISTANCE_OFFSETS, 0, 16);
-  std::vector<Pt32> lOffsets(16, 0);
-  lOffsets[3] = 65536; // +1 m
-  b.mClient.Exchange(REQ_WRITE_CONFIG,
-                     [&](PxProtocolWriter& w) { w.AddElement(ID_DISTANCE_OFFSETS, 16, 4, lOffsets.data(), 4); });
-  SimTestClient::Answer lMoved = lEchoes();
-  for (PtU16 i = 0; i < lMoved.at(ID_ECHO_SEGMENT).mCount; ++i) {
-    if (lMoved.at(ID_ECHO_SEGMENT).At<PtByte>(i) == 3 && lMoved.at(ID_ECHO_INDEX).At<PtU16>(i) == 0) {
-      EXPECT_NEAR(lMoved.at(ID_ECHO_DISTANCE).At<Pt32>(i) / 1000.0, 7.0, 0.002);
-    }
-  }
-}
-
-TEST(SimDevice, AccumulationAndOversamplingTradeNoiseForRate)
-{
-  Bench b;
-  b.mClient.Scene(11, SCENE_FREEZE_MOTION);
-  struct Case
-  {
-    PtU16 mAccumulation;
-    PtByte mOversampling;
-    float mRefresh;
-    double mPeriodMs; // one frame of device time
-  } const lCases[] = {{1, 1, 50, 20}, {4, 2, 200, 5}, {64, 8, 50, 80}};
-  for (const Case& c : lCases) {
-    b.mClient.Write<PtU16>(ID_ACCUMULATION, c.mAccumulation);
-    b.mClient.Write<PtByte>(ID_OVERSAMPLING, c.mOversampling);
-    b.mClient.Write<float>(ID_REFRESH_RATE, c.mRefresh);
-    const PtU32 lStart = b.mClient.Exchange(REQ_STATE).at(ID_TIMESTAMP).At<PtU32>();
-    std::vector<double> lNoise;
-    for (int i = 0; i < 10; ++i) {
-      lNoise.push_back(StdDev(Baseline(b.mClient.ReadTraces(false), 0)));
-      b.mClient.Exchange(REQ_STATE);
-    }
-    const PtU32 lEnd = b.mClient.Exchange(REQ_STATE).at(ID_TIMESTAMP).At<PtU32>();
-    EXPECT_NEAR((lEnd - lStart) / 11.0, c.mPeriodMs, 0.1) << c.mAccumulation << "x" << int(c.mOversampling);
-    // Averaging N pulses divides the baseline noise by the square root of N.
-    const double lExpected = 40.0 / std::sqrt(double(c.mAccumulation) * c.mOversampling);
-    EXPECT_NEAR(Mean(lNoise), lExpected, lExpected * 0.25) << c.mAccumulation << "x" << int(c.mOversampling);
-  }
-}
-
-TEST(SimDevice, SavedConfigurationSurvivesARestartedSimulatorAndResetsRevertTheRest)
-{
-  QTemporaryDir lState;
-  {
-    Bench b(lState.path());
-    b.mClient.Write<PtByte>(ID_LIGHT_POWER, 30);
-    QString lName = QStringLiteral("Ünterführung Nord");
-    std::vector<ushort> lUnits(32, 0);
-    std::copy(lName.utf16(), lName.utf16() + lName.size(), lUnits.begin());
-    b.mClient.Exchange(REQ_WRITE_CONFIG,
-                       [&](PxProtocolWriter& w) { w.AddElement(ID_DEVICE_NAME, 1, 64, lUnits.data(), 64); });
-    b.mClient.Exchange(REQ_SAVE_CONFIG);
-    b.mClient.Write<PtByte>(ID_MODBUS_ADDRESS, 9); // not saved
-    b.mClient.Exchange(REQ_RESET);
-    EXPECT_EQ(b.mClient.Read(ID_MODBUS_ADDRESS).At<PtByte>(), 1) << "a reset forgets what was not saved";
-    EXPECT_EQ(b.mClient.Read(ID_LIGHT_POWER).At<PtByte>(), 30);
-  }
-  {
-    Bench b(lState.path());
-    EXPECT_EQ(b.mClient.Read(ID_LIGHT_POWER).At<PtByte>(), 30) << "a new simulator reads the saved configuration";
-    EXPECT_EQ(Utf16(b.mClient.Read(ID_DEVICE_NAME)), QStringLiteral("Ünterführung Nord"));
-    b.mClient.Exchange(REQ_RESET, [](PxProtocolWriter& w) {
-      const PtByte lFactory = RESET_FACTORY;
-      w.AddElement(ID_RESET_KIND, 1, 1, &lFactory, 1);
-    });
-    EXPECT_EQ(b.mClient.Read(ID_LIGHT_POWER).At<PtByte>(), 100);
-  }
-  Bench b(lState.path());
-  EXPECT_EQ(b.mClient.Read(ID_LIGHT_POWER).At<PtByte>(), 100) << "factory defaults erase the saved configuration";
-
-  // A damaged file is not a reason to refuse to start.
-  QFile lFile(QDir(lState.path()).filePath(QStringLiteral("nvm.bin")));
-  ASSERT_TRUE(lFile.open(QIODevice::WriteOnly));
-  lFile.write("PXNV\x01\0\0\0\x04\x01\x01\0\xff\xff\xff\x7f", 16);
-  lFile.close();
-  Bench lDamaged(lState.path());
-  EXPECT_EQ(lDamaged.mClient.Read(ID_LIGHT_POWER).At<PtByte>(), 100);
 }
 
 TEST(SimDevice, MemoriesReadBackWhatWasWrittenAndGuardTheirBounds)

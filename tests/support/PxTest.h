@@ -2,6 +2,8 @@
 
 #include "PtException.h"
 
+#include <QByteArray>
+#include <QFile>
 #include <QString>
 #include <functional>
 #include <gtest/gtest.h>
@@ -15,6 +17,25 @@ constexpr int WAIT_MS = 10000;
 // A directory that exists for the whole test program and is removed at exit; settings written by
 // the code under test land in it instead of the user's real configuration.
 QString ScratchDir();
+
+// aName inside ScratchDir().
+inline QString ScratchFile(const QString& aName)
+{
+  return ScratchDir() + QLatin1Char('/') + aName;
+}
+
+// Whole files, for tests that build or damage their bytes by hand: what aFile holds (nothing when
+// it cannot be read), and aFile made to hold exactly aBytes.
+inline QByteArray ReadFile(const QString& aFile)
+{
+  QFile lFile(aFile);
+  return lFile.open(QIODevice::ReadOnly) ? lFile.readAll() : QByteArray();
+}
+inline bool WriteFile(const QString& aFile, const QByteArray& aBytes)
+{
+  QFile lFile(aFile);
+  return lFile.open(QIODevice::WriteOnly | QIODevice::Truncate) && lFile.write(aBytes) == aBytes.size();
+}
 
 // The code carried by the exception aCall throws ("code message"); a call that does not throw fails
 // the test and gives 0.

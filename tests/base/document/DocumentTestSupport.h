@@ -5,7 +5,6 @@
 
 #include <QByteArray>
 #include <QCryptographicHash>
-#include <QFile>
 #include <QString>
 
 #include <cstring>
@@ -103,17 +102,4 @@ inline std::vector<QByteArray> DumpMainSections(PtDocumentReader& aReader)
   return lSections;
 }
 
-inline QByteArray ReadAll(const QString& aFileName)
-{
-  QFile lFile(aFileName);
-  lFile.open(QIODevice::ReadOnly);
-  return lFile.readAll();
-}
-
-inline void WriteAll(const QString& aFileName, const QByteArray& aBytes)
-{
-  QFile lFile(aFileName);
-  lFile.open(QIODevice::WriteOnly | QIODevice::Truncate);
-  lFile.write(aBytes);
-}
 } // namespace DocumentTest

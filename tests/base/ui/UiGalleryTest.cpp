@@ -5,28 +5,18 @@
 #include "PtModalScript.h"
 #include "PtRadioPrompt.h"
 #include "PtTextPrompt.h"
+#include "PxTestGallery.h"
 
 #include <QApplication>
 #include <QDateTime>
-#include <QDir>
-#include <QPixmap>
 #include <QTimer>
 
 #include <gtest/gtest.h>
 
 namespace {
-QString GalleryFile(const char* aName)
-{
-  QDir().mkpath(QStringLiteral(PX_GALLERY_DIR));
-  return QStringLiteral(PX_GALLERY_DIR "/%1.png").arg(QLatin1String(aName));
-}
-
 void Save(QWidget* aWidget, const char* aName)
 {
-  const QPixmap lShot = aWidget->grab();
-  ASSERT_FALSE(lShot.isNull());
-  EXPECT_GT(lShot.width(), 100);
-  EXPECT_TRUE(lShot.save(GalleryFile(aName))) << aName;
+  EXPECT_TRUE(PxTest::SaveToGallery(aWidget, QLatin1String(aName))) << aName;
 }
 
 TEST(UiGallery, RendersEveryWindowOfTheKit)

@@ -123,100 +123,6 @@ TEST(ModalScript, QueuedAnswersAreTakenInOrderAndEveryInteractionIsReadBack)
   }
 }
 
-TEST(ModalScript, WithNothingQueuedEveryInteractionReturnsItsSafeDefaultAtOnce)
-{
-  PtModalScript lScript;
-  QElapsedTimer lClock;
-  lClock.start();
-
-  EXPECT_FALSE(PtMessageBox::Question(nullptr, QStringLiteral("Overwrite?")));
-  QString lText = QStringLiteral("unchanged");
-  EXPECT_FALSE(PtTextPrompt::Ask(nullptr, QStringLiteral("T"), QStringLiteral("L"), &lText));
-  EXPECT_EQ(lText, QStringLiteral("unchanged"));
-  EXPECT_TRUE(PtFileChooser::SaveFile(nullptr, QString(), QString(), QString()).isEmpty());
-  PtDialog lDialog;
-  EXPECT_EQ(lDialog.exec(), QDialog::Rejected);
-  EXPECT_FALSE(lDialog.isVisible());
-
-  EXPECT_EQ(lScript.Interactions().size(), 4);
-  EXPECT_EQ(PtDialog::ActiveCount(), 0);
-  EXPECT_LT(lClock.elapsed(), PxTest::WAIT_MS);
-}
-
-TEST(ModalScriptDeathTest, AnAnswerOfTheWrongKindStopsTheTest)
-{
-  EXPECT_DEATH(
-      {
-        PtModalScript lScript;
-        lScript.Queue(QStringLiteral("a text"));
-        PtMessageBox::Question(nullptr, QStringLiteral("Continue?"));
-      },
-      "cannot answer the question \"Continue\\?\"");
-}
-
-TEST(MessageBox, RealQuestionFollowsDesktopKeysAndCountsAsModal)
-{
-  struct Case
-  {
-    const char* mName;
-    int mKey;
-    bool mExpected;
-  };
-  const Case lCases[] = {{"Escape answers no", Qt::Key_Escape, false}, {"Enter answers yes", Qt::Key_Return, true}};
-  for (const Case& c : lCases) {
-    SCOPED_TRACE(c.mName);
-    QWidget lHost;
-    int lCountWhileOpen = -1;
-    QWidget* lBoxParent = nullptr;
-    WhenModal([&](QWidget* aBox) {
-      lCountWhileOpen = PtDialog::ActiveCount();
-      lBoxParent = aBox->parentWidget();
-      QTest::keyClick(aBox, static_cast<Qt::Key>(c.mKey));
-    });
-    EXPECT_EQ(PtMessageBox::Question(&lHost, QStringLiteral("Do you really want to disconnect?")), c.mExpected);
-    EXPECT_EQ(lCountWhileOpen, 1);
-    EXPECT_EQ(lBoxParent, &lHost);
-    EXPECT_EQ(PtDialog::ActiveCount(), 0);
-  }
-}
-
-TEST(MessageBox, ErrorFromAnExceptionShowsMessageAndCode)
-{
-  try {
-    PtThrow<std::runtime_error>(1003, QStringLiteral("Protocol error"));
-  } catch (const std::exception& e) {
-    PtModalScript lScript;
-    PtMessageBox::ShowError(nullptr, e);
-    ASSERT_EQ(lScript.Interactions().size(), 1);
-    const QString lText = lScript.Interactions().at(0).mText;
-    EXPECT_TRUE(lText.startsWith(QStringLiteral("Protocol error"))) << lText.toStdString();
-    EXPECT_TRUE(lText.contains(QStringLiteral("1003")));
-  }
-  // A foreign exception has no code to show.
-  EXPECT_EQ(PtMessageBox::ExceptionText(std::runtime_error("disk full")), QStringLiteral("disk full"));
-}
-
-TEST(Dialog, ActiveCountCoversNestedModalRunsAndFallsBackToZero)
-{
-  PtDialog lOuter;
-  int lDuringOuter = -1;
-  int lDuringInner = -1;
-  WhenModal([&](QWidget* aOuter) {
-    lDuringOuter = PtDialog::ActiveCount();
-    // A box raised from inside a running dialog is a second modal run on top of it.
-    WhenModal([&](QWidget* aBox) {
-      lDuringInner = PtDialog::ActiveCount();
-      QTest::keyClick(aBox, Qt::Key_Escape);
-    });
-    PtMessageBox::ShowInfo(aOuter, QStringLiteral("inner"));
-    static_cast<QDialog*>(aOuter)->accept();
-  });
-  EXPECT_EQ(lOuter.exec(), QDialog::Accepted);
-  EXPECT_EQ(lDuringOuter, 1);
-  EXPECT_EQ(lDuringInner, 2);
-  EXPECT_EQ(PtDialog::ActiveCount(), 0);
-}
-
 TEST(RadioPrompt, ReturnsTheValueOfTheItemTheUserPicked)
 {
   PtRadioPrompt lPrompt(nullptr, QStringLiteral("Guide"),
@@ -231,27 +137,6 @@ TEST(RadioPrompt, ReturnsTheValueOfTheItemTheUserPicked)
   });
   EXPECT_EQ(lPrompt.exec(), QDialog::Accepted);
   EXPECT_EQ(lPrompt.Value(), -2);
-}
-
-TEST(TextPrompt, OkReturnsTheTypedTextAndCancelKeepsTheOld)
-{
-  QString lText = QStringLiteral("old");
-  WhenModal([](QWidget* aPrompt) {
-    QTest::keyClick(aPrompt->focusWidget(), Qt::Key_End);
-    QTest::keyClicks(aPrompt->focusWidget(), QStringLiteral(" and new"));
-    QTest::keyClick(aPrompt->focusWidget(), Qt::Key_Return);
-  });
-  EXPECT_TRUE(
-      PtTextPrompt::Ask(nullptr, QStringLiteral("Enter comment"), QStringLiteral("Comment (optional):"), &lText));
-  EXPECT_EQ(lText, QStringLiteral("old and new"));
-
-  WhenModal([](QWidget* aPrompt) {
-    QTest::keyClicks(aPrompt->focusWidget(), QStringLiteral("lost"));
-    QTest::keyClick(aPrompt, Qt::Key_Escape);
-  });
-  EXPECT_FALSE(
-      PtTextPrompt::Ask(nullptr, QStringLiteral("Enter comment"), QStringLiteral("Comment (optional):"), &lText));
-  EXPECT_EQ(lText, QStringLiteral("old and new"));
 }
 
 TEST(PreferencesDialog, OpenComesBeforeShowingAndClosedTellsOkFromCancel)
@@ -288,22 +173,6 @@ TEST(PreferencesDialog, OpenComesBeforeShowingAndClosedTellsOkFromCancel)
   // Every opening rebuilt the pages instead of piling up copies.
   EXPECT_EQ(lDialog.PageCount(), 2);
   EXPECT_EQ(lScript.Interactions().at(0).mTitle, QStringLiteral("Preferences"));
-}
-
-TEST(PreferencesDialog, TreeShowsPagesUnderTheirParents)
-{
-  PtPreferencesDialog lDialog;
-  auto* lUnits = new QLabel(QStringLiteral("units"));
-  auto* lTrace = new QLabel(QStringLiteral("trace"));
-  auto* lEcho = new QLabel(QStringLiteral("echo"));
-  lDialog.AddPage(QString(), QStringLiteral("Units"), lUnits);
-  // A parent that does not exist yet becomes a heading that shows its first sub-page.
-  lDialog.AddPage(QStringLiteral("Sensor"), QStringLiteral("Trace"), lTrace);
-  lDialog.AddPage(QStringLiteral("Sensor"), QStringLiteral("Echo"), lEcho);
-  EXPECT_EQ(lDialog.PageCount(), 3);
-  EXPECT_EQ(lDialog.CurrentPage(), lUnits);
-  EXPECT_EQ(lDialog.Page(QStringLiteral("Trace")), lTrace);
-  EXPECT_EQ(lDialog.Page(QStringLiteral("Sensor")), nullptr);
 }
 
 TEST(ErrorLog, KeepsTimestampedEntriesThatTheFormShowsAndCopies)

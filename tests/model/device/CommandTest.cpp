@@ -19,8 +19,7 @@ TEST(Command, SignalsOnlyRealChanges)
     std::function<void()> mDo;
     int mEnabledSignals;
     int mParameterSignals;
-  };
-  const Step lSteps[] = {
+  } const lSteps[] = {
       {"enable an enabled command", [&] { lCommand.SetEnabled(true); }, 0, 0},
       {"disable", [&] { lCommand.SetEnabled(false); }, 1, 0},
       {"unset parameter stays unset", [&] { lCommand.SetParameter(1, QVariant()); }, 0, 0},

@@ -86,7 +86,7 @@ public:
 
 QString Path(const QString& aName)
 {
-  return PxTest::ScratchDir() + QStringLiteral("/device-") + aName;
+  return PxTest::ScratchFile(QStringLiteral("device-") + aName);
 }
 
 // Every property's values, backup and editable flags, by id: what "the model" is.
@@ -104,16 +104,12 @@ Snapshot Take(const PxDevice& aDevice)
   return lSnapshot;
 }
 
-PxDevice::FileHeader Load(PxDevice& aDevice, const QString& aFile, bool aCalibration = false)
+PxDevice::FileHeader Load(PxDevice& aDevice, const QString& aFile)
 {
   PtDocumentReader lReader(aFile);
   PxDevice::FileHeader lHeader;
   aDevice.PreLoadFile(lReader, lHeader);
-  if (aCalibration) {
-    aDevice.LoadCalibration(lReader);
-  } else {
-    aDevice.LoadConfiguration(lReader);
-  }
+  aDevice.LoadConfiguration(lReader);
   return lHeader;
 }
 
@@ -142,11 +138,7 @@ QString Outline(PtDocumentReader& aReader, bool aSort)
 QString Outline(const QString& aFile)
 {
   PtDocumentReader lReader(aFile);
-  QStringList lMain;
-  while (lReader.Advance()) {
-    lMain << QStringLiteral("%1{%2}").arg(lReader.Id()).arg(Outline(lReader, lReader.Id() != PxDevice::SECTION_HEADER));
-  }
-  return lMain.join(QLatin1Char(' '));
+  return Outline(lReader, false);
 }
 
 void WriteHeader(PtDocumentWriter& aWriter)
@@ -156,20 +148,6 @@ void WriteHeader(PtDocumentWriter& aWriter)
   aWriter.AddElement(21, &lDate, 8, 1, 8);
   aWriter.AddElement(22, QStringLiteral("Unit 9"));
   aWriter.EndSection();
-}
-
-QByteArray Bytes(const QString& aFile)
-{
-  QFile lFile(aFile);
-  lFile.open(QIODevice::ReadOnly);
-  return lFile.readAll();
-}
-
-void Write(const QString& aFile, const QByteArray& aBytes)
-{
-  QFile lFile(aFile);
-  lFile.open(QIODevice::WriteOnly | QIODevice::Truncate);
-  lFile.write(aBytes);
 }
 
 QStringList Leftovers()
@@ -208,28 +186,6 @@ TEST(DeviceFiles, ConfigurationComesBackWithItsHeader)
   EXPECT_FALSE(lLoaded.mInteger.Editable(0));
   EXPECT_EQ(lLoaded.mCalls, (QStringList{QStringLiteral("UpdateEditables"), QStringLiteral("WriteConfiguration"),
                                          QStringLiteral("ApplyConfiguration")}));
-}
-
-TEST(DeviceFiles, CalibrationCarriesOnlyTheCalibrationCategories)
-{
-  RichDevice lSaved;
-  lSaved.Fill(1);
-  const QString lFile = Path(QStringLiteral("round.cal"));
-  lSaved.SaveCalibration(lFile, QString());
-
-  RichDevice lLoaded;
-  lLoaded.Fill(2);
-  const PxDevice::FileHeader lHeader = Load(lLoaded, lFile, true);
-  EXPECT_EQ(lHeader.mComment, QString());
-  EXPECT_EQ(lHeader.mSerialNumber, QStringLiteral("SN-1"));
-  for (PxProperty* lProperty : lLoaded.Own()) {
-    SCOPED_TRACE(lProperty->Id());
-    const bool lCalibration = lProperty->Category() == CAT_CALIBRATION || lProperty->Category() == CAT_USER_CALIBRATION;
-    EXPECT_EQ(lProperty->Values() == lSaved.FindProperty(lProperty->Id())->Values(), lCalibration);
-  }
-  EXPECT_EQ(lLoaded.FpgaVersion().Value(0), 2);
-  // Once after each of the two sections; a calibration is not a configuration to apply.
-  EXPECT_EQ(lLoaded.mCalls, (QStringList{QStringLiteral("UpdateEditables"), QStringLiteral("UpdateEditables")}));
 }
 
 TEST(DeviceFiles, LayoutOfSectionsElementsAndUnitSizes)
@@ -301,56 +257,13 @@ TEST(DeviceFiles, OlderHeadersAndUnknownIdsLoadWhatIsKnown)
   EXPECT_EQ(lDevice.mCalls.size(), 3);
 }
 
-TEST(DeviceFiles, AFileWithoutPropertiesSectionLoadsNothing)
-{
-  struct Case
-  {
-    const char* mWhat;
-    std::function<void(PtDocumentWriter&)> mWrite;
-  };
-  const Case lCases[] = {
-      {"another section after the header",
-       [](PtDocumentWriter& w) {
-         WriteHeader(w);
-         w.StartSection(3);
-         const PtU16 v = 1;
-         w.AddElement(5000, &v, 2, 1, 2);
-         w.EndSection();
-       }},
-      {"properties section without header",
-       [](PtDocumentWriter& w) {
-         w.StartSection(3);
-         w.EndSection();
-         w.StartSection(2);
-         const PtU16 v = 1;
-         w.AddElement(5000, &v, 2, 1, 2);
-         w.EndSection();
-       }},
-  };
-  for (const Case& c : lCases) {
-    SCOPED_TRACE(c.mWhat);
-    const QString lFile = Path(QStringLiteral("nothing.pto"));
-    {
-      PtDocumentWriter lWriter(lFile, PxTestDevice::CONFIGURATION_DOCUMENT);
-      c.mWrite(lWriter);
-      lWriter.EndLastSection();
-    }
-    RichDevice lDevice;
-    lDevice.Fill(2);
-    const Snapshot lBefore = Take(lDevice);
-    Load(lDevice, lFile);
-    EXPECT_EQ(Take(lDevice), lBefore);
-    EXPECT_TRUE(lDevice.mCalls.isEmpty()) << lDevice.mCalls.join(QLatin1Char(',')).toStdString();
-  }
-}
-
 TEST(DeviceFiles, ABadFileRaisesAnErrorAndChangesNoProperty)
 {
   RichDevice lSource;
   lSource.Fill(1);
   const QString lGood = Path(QStringLiteral("good.pto"));
   lSource.SaveConfiguration(lGood, QStringLiteral("good"));
-  const QByteArray lBytes = Bytes(lGood);
+  const QByteArray lBytes = PxTest::ReadFile(lGood);
   // The last element of the file: a loader that read as it went would have changed the
   // properties before it.
   const int lLastElement = lBytes.lastIndexOf("ELEM");
@@ -360,22 +273,21 @@ TEST(DeviceFiles, ABadFileRaisesAnErrorAndChangesNoProperty)
   {
     const char* mWhat;
     std::function<void(const QString&)> mMake;
-  };
-  const Case lCases[] = {
+  } const lCases[] = {
       {"another device type's configuration",
        [&](const QString& f) {
          lSource.mConfigurationDocument = 0x12345678;
          lSource.SaveConfiguration(f, QString());
          lSource.mConfigurationDocument = PxTestDevice::CONFIGURATION_DOCUMENT;
        }},
-      {"not a document at all", [](const QString& f) { Write(f, "Name=Unit 1\nRange=20\n"); }},
-      {"cut in the properties", [&](const QString& f) { Write(f, lBytes.left(lLastElement + 20)); }},
-      {"cut by one byte", [&](const QString& f) { Write(f, lBytes.left(lBytes.size() - 1)); }},
+      {"not a document at all", [](const QString& f) { PxTest::WriteFile(f, "Name=Unit 1\nRange=20\n"); }},
+      {"cut in the properties", [&](const QString& f) { PxTest::WriteFile(f, lBytes.left(lLastElement + 20)); }},
+      {"cut by one byte", [&](const QString& f) { PxTest::WriteFile(f, lBytes.left(lBytes.size() - 1)); }},
       {"last element claims more than its section",
        [&](const QString& f) {
          QByteArray lDamaged = lBytes;
          lDamaged[lLastElement + 15] = '\x7F';
-         Write(f, lDamaged);
+         PxTest::WriteFile(f, lDamaged);
        }},
       {"a known id too short for its property, after good elements",
        [](const QString& f) {
@@ -422,7 +334,7 @@ TEST(DeviceFiles, SavingReplacesTheOldFileOnlyWhenTheNewOneIsComplete)
   lDevice.SaveConfiguration(lFile, QStringLiteral("second"));
   RichDevice lReader;
   EXPECT_EQ(Load(lReader, lFile).mComment, QStringLiteral("second"));
-  const QByteArray lKept = Bytes(lFile);
+  const QByteArray lKept = PxTest::ReadFile(lFile);
 
   // A property whose writing fails half-way, as a full disk would make it.
   struct Failing : PxIntegerProperty
@@ -435,7 +347,7 @@ TEST(DeviceFiles, SavingReplacesTheOldFileOnlyWhenTheNewOneIsComplete)
   Failing lBroken(CAT_CONFIGURATION | F_SAVE, 6000, 60, 4);
   lFailing.AddProperty(&lBroken);
   EXPECT_THROW(lFailing.SaveConfiguration(lFile, QStringLiteral("third")), std::runtime_error);
-  EXPECT_EQ(Bytes(lFile), lKept);
+  EXPECT_EQ(PxTest::ReadFile(lFile), lKept);
 
   // A device without a serial number cannot write a header: nothing is created.
   PxTestDevice lNoSerial(nullptr, false);

@@ -1,13 +1,10 @@
-// The device model as drivers and the device UI use it: the type registry, the built-in
-// properties, lookups, the modified state, undo, editability and the identity setters.
-#include "PtException.h"
-#include "PxCommand.h"
+// The device model as drivers and the device UI use it: the type registry, the modified state,
+// undo and editability.
 #include "PxDevice.h"
 #include "PxTestDevice.h"
 #include "PxTestTransport.h"
 
 #include <gtest/gtest.h>
-#include <stdexcept>
 
 TEST(DeviceRegistry, FindsTheFirstEntryOfATypeAndListsAllInOrder)
 {
@@ -40,102 +37,6 @@ TEST(DeviceRegistry, FindsTheFirstEntryOfATypeAndListsAllInOrder)
   EXPECT_EQ(static_cast<PxTestDevice*>(lDevice.get())->mCalls, QStringList{QStringLiteral("made as A")});
 }
 
-TEST(Device, HasTheSixBuiltInPropertiesWithTheirIdentifiers)
-{
-  struct Expected
-  {
-    PtU32 mId;
-    PtU16 mDeviceId;
-    PtU32 mFlags;
-    PtU32 mUnitSize;
-    int mTextType; // 0: an integer property
-  };
-  const Expected lTable[] = {
-      {4351, 1, 8, 2, 0},                            // FPGA version
-      {4349, 1, 8, 4, 0},                            // software version
-      {4350, 1, 8, 4, 0},                            // software CRC
-      {4348, 1, 8, 11, PxTextProperty::TYPE_ASCII},  // software part number
-      {34, 320, 15, 64, PxTextProperty::TYPE_UTF16}, // device name
-      {2097154, 0, 8, 2, 0},                         // product type
-  };
-  PxTestDevice lDevice(nullptr, false);
-  EXPECT_EQ(lDevice.Properties().size(), 6);
-  for (const Expected& lRow : lTable) {
-    SCOPED_TRACE(lRow.mId);
-    const PxProperty* lProperty = lDevice.FindProperty(lRow.mId);
-    ASSERT_NE(lProperty, nullptr);
-    EXPECT_EQ(lProperty->DeviceId(), lRow.mDeviceId);
-    EXPECT_EQ(lProperty->Flags(), lRow.mFlags);
-    EXPECT_EQ(lProperty->UnitSize(), lRow.mUnitSize);
-    EXPECT_EQ(lProperty->Count(), 0u) << "a device's values come from the device or a file";
-    const auto* lText = qobject_cast<const PxTextProperty*>(lProperty);
-    if (lRow.mTextType) {
-      ASSERT_NE(lText, nullptr);
-      EXPECT_EQ(int(lText->Type()), lRow.mTextType);
-    } else {
-      EXPECT_NE(qobject_cast<const PxIntegerProperty*>(lProperty), nullptr);
-    }
-  }
-  // Four built-ins share device id 1; the part number, added last of them, answers for it.
-  EXPECT_EQ(lDevice.FindPropertyByDeviceId(1), &lDevice.SoftwarePartNumber());
-  EXPECT_EQ(lDevice.FindPropertyByDeviceId(320), &lDevice.DeviceName());
-  EXPECT_EQ(lDevice.FindPropertyByDeviceId(0), &lDevice.ProductType());
-}
-
-TEST(Device, IdentitySettersGiveOneValue)
-{
-  PxTestDevice lDevice;
-  lDevice.SetSoftwareCRC(0xDEADBEEF); // beyond the signed range of the value
-  lDevice.SetSoftwarePartNumber("PN-1234567890", 6);
-  ASSERT_EQ(lDevice.SoftwareCRC().Count(), 1u);
-  EXPECT_EQ(static_cast<PtU32>(lDevice.SoftwareCRC().Value(0)), 0xDEADBEEF);
-  EXPECT_EQ(lDevice.SoftwarePartNumber().TextValue(0), QStringLiteral("PN-123"));
-  lDevice.SetSoftwarePartNumber("AB", PT_ALL);
-  EXPECT_EQ(lDevice.SoftwarePartNumber().TextValue(0), QStringLiteral("AB")) << "the old text is cleared";
-}
-
-TEST(Device, MapsReplaceEntriesAndSortByCategory)
-{
-  PxTestDevice lDevice;
-  PxIntegerProperty lFirst(CAT_CALIBRATION, 5000, 77, 4);
-  PxIntegerProperty lSecond(CAT_USER_CALIBRATION, 5000, 78, 4);
-  lDevice.AddProperty(&lFirst);
-  lDevice.AddProperty(&lSecond);
-  EXPECT_EQ(lDevice.FindProperty(5000), &lSecond);
-  EXPECT_EQ(lDevice.FindPropertyByDeviceId(78), &lSecond);
-  EXPECT_THROW(lDevice.Property(5001), std::out_of_range);
-
-  EXPECT_EQ(lDevice.GetPropertiesByCategory(CAT_CONFIGURATION).size(), 5u); // versions, CRC, part number, type
-  EXPECT_EQ(lDevice.GetPropertiesByCategory(CAT_CALIBRATION).size(), 0u);   // replaced
-  EXPECT_EQ(lDevice.GetPropertiesByCategory(CAT_USER_CALIBRATION), std::vector<PxProperty*>{&lSecond});
-  EXPECT_EQ(lDevice.GetPropertiesByCategory(CAT_STATE).size(), 2u); // name, serial number
-
-  PxCommand lCommand(5242878, 4);
-  lDevice.AddCommand(&lCommand);
-  EXPECT_EQ(lDevice.FindCommand(5242878), &lCommand);
-}
-
-TEST(DeviceDeathTest, RefusesANullProperty)
-{
-  PxTestDevice lDevice;
-  EXPECT_DEATH(lDevice.AddProperty(nullptr), "aProperty");
-}
-
-TEST(Device, BaseDeviceHasNoCommands)
-{
-  PxTestDevice lDevice;
-  try {
-    lDevice.ExecuteCommand(77);
-    ADD_FAILURE() << "executed";
-  } catch (const PtInvalidArgumentException& e) {
-    unsigned int lCode = 0;
-    QString lText;
-    PtExtractException(e, &lCode, &lText);
-    EXPECT_EQ(lCode, 17u);
-    EXPECT_TRUE(lText.contains(QStringLiteral("aId")) && lText.contains(QStringLiteral("77"))) << lText.toStdString();
-  }
-}
-
 TEST(Device, ModifiedMeansUnappliedEditsOfExchangedEditableProperties)
 {
   struct Case
@@ -145,8 +46,7 @@ TEST(Device, ModifiedMeansUnappliedEditsOfExchangedEditableProperties)
     PtU16 mDeviceId;
     bool mEdited;
     bool mModified;
-  };
-  const Case lCases[] = {
+  } const lCases[] = {
       {"edited", F_EDITABLE, 40, true, true},
       {"read, not edited", F_EDITABLE, 40, false, false},
       {"not exchanged with the device", F_EDITABLE, 0, true, false},
@@ -179,8 +79,7 @@ TEST(Device, EditabilityFollowsTheLink)
     PxConnection* mConnection;
     bool mDisconnect;
     bool mLive;
-  };
-  const Case lCases[] = {
+  } const lCases[] = {
       {"no connection", nullptr, false, false},
       {"connected", &lTransport, false, true},
       {"disconnected", &lTransport, true, false},
@@ -214,14 +113,4 @@ TEST(Device, EditabilityFollowsTheLink)
   delete lGone;
   EXPECT_FALSE(lOrphan.IsLive());
   lOrphan.Disconnect();
-}
-
-TEST(Device, SerialNumberIsTheRawTextUpToItsEnd)
-{
-  PxTestDevice lDevice;
-  lDevice.SetSerialNumber("0123456789ABCDEF"); // fills the property: no NUL at all
-  EXPECT_EQ(lDevice.SerialNumber(), QStringLiteral("0123456789ABCDEF"));
-
-  PxTestDevice lWithout(nullptr, false);
-  EXPECT_THROW(lWithout.SerialNumber(), std::out_of_range);
 }

@@ -33,7 +33,6 @@ TEST(EnumProperty, AcceptsOnlyListedValuesAndLooksUpPositionsAndValues)
   lProperty.Values()[0] = 7;
   EXPECT_EQ(lProperty.ValueIndex(0), NONE);
   EXPECT_EQ(lProperty.FormattedValue(0), QStringLiteral("7"));
-  EXPECT_DEATH(lProperty.SetValueIndex(0, 3), AssertionMessage("aEnumIndex < mEnumValues.size()", "PxEnumProperty"));
 }
 
 TEST(BitFieldProperty, HoldsAnyWordAndNamesSingleBits)
@@ -77,15 +76,6 @@ TEST(TextProperty, KeepsTextUpToItsMaximumLengthAndReportsEverySet)
     EXPECT_EQ(lProperty.FormattedValue(0), lText);
     EXPECT_EQ(Indexes(lValues), (std::vector<size_t>{0, 0, 0})) << "even when the text is the same";
   }
-  Text lUtf16(F_EDITABLE, Text::TYPE_UTF16, 1, 1, 32);
-  lUtf16.SetCount(1);
-  EXPECT_DEATH(lUtf16.SetTextValue(0, QString(17, QLatin1Char('x'))),
-               AssertionMessage("aValue.length()*2 <= (int) MaxLength()", "PxTextProperty"));
-  Text lAscii(F_EDITABLE, Text::TYPE_ASCII, 2, 1, 11);
-  lAscii.SetCount(1);
-  EXPECT_DEATH(lAscii.SetTextValue(0, QString(12, QLatin1Char('x'))),
-               AssertionMessage("lTmp.length() <= (int) MaxLength()", "PxTextProperty"));
-  EXPECT_DEATH(lAscii.TextValue(1), AssertionMessage("aIndex == 0", "PxTextProperty"));
 }
 
 TEST(TextProperty, RawDeviceTextIsCutToTheMaximumLength)
@@ -102,39 +92,6 @@ TEST(TextProperty, RawDeviceTextIsCutToTheMaximumLength)
     lProperty.SetValue(lBytes, lLength);
     EXPECT_EQ(lProperty.TextValue(0), QString::fromLatin1(lText));
   }
-  Text lUtf16(CAT_CONFIGURATION, Text::TYPE_UTF16, 2, 1, 8);
-  lUtf16.SetCount(1);
-  QSignalSpy lValues(&lUtf16, &PxProperty::ValueChanged);
-  ExpectLogicError([&] { lUtf16.SetValue("abc", PT_ALL); }, 11);
-  EXPECT_EQ(lValues.count(), 1);
 }
 
-TEST(TextProperty, CopiesBetweenTextKinds)
-{
-  const std::tuple<Text::eType, PtU32, Text::eType, PtU32> lCases[] = {
-      {Text::TYPE_ASCII, 12, Text::TYPE_ASCII, 8},
-      {Text::TYPE_UTF16, 16, Text::TYPE_ASCII, 8},
-  };
-  for (const auto& [lToType, lToLength, lFromType, lFromLength] : lCases) {
-    SCOPED_TRACE(lToType * 10 + lFromType);
-    Text lFrom(CAT_CONFIGURATION, lFromType, 1, 1, lFromLength);
-    lFrom.SetCount(1);
-    lFrom.SetTextValue(0, QStringLiteral("PX-42"));
-    Text lTo(CAT_CONFIGURATION, lToType, 2, 1, lToLength);
-    lTo.SetCount(1);
-    lTo.SetTextValue(0, QStringLiteral("previous"));
-    QSignalSpy lValues(&lTo, &PxProperty::ValueChanged);
-    lTo.SetValue(lFrom);
-    lTo.SetValue(lTo);
-    EXPECT_EQ(lTo.TextValue(0), QStringLiteral("PX-42"));
-    EXPECT_EQ(lValues.count(), 2);
-  }
-  Text lAscii(CAT_CONFIGURATION, Text::TYPE_ASCII, 1, 1, 16);
-  Text lUtf16(CAT_CONFIGURATION, Text::TYPE_UTF16, 2, 1, 16);
-  ExpectLogicError([&] { lAscii.SetValue(lUtf16); }, 12);
-  Text lShortAscii(CAT_CONFIGURATION, Text::TYPE_ASCII, 3, 1, 8);
-  Text lShortUtf16(CAT_CONFIGURATION, Text::TYPE_UTF16, 4, 1, 15);
-  EXPECT_DEATH(lShortAscii.SetValue(lAscii), AssertionMessage("lLenDest >= lLenSrc", "PxTextProperty"));
-  EXPECT_DEATH(lShortUtf16.SetValue(lShortAscii), AssertionMessage("lLenDest >= lLenSrc*2", "PxTextProperty"));
-}
 } // namespace

@@ -138,27 +138,6 @@ TEST(PropertyDocuments, EveryKindReadsBackWhatItWrote)
   }
 }
 
-TEST(PropertyDocuments, Utf16TextKeepsTheCountOfCodeUnits)
-{
-  // Existing files count UTF-16 code units, not UTF-8 bytes: text beyond 7-bit ASCII comes back
-  // cut short, and that must stay so to read and write the same files as before.
-  PxTextProperty lSaved(SAVED, PxTextProperty::TYPE_UTF16, 34, 320, 64);
-  lSaved.SetCount(1);
-  lSaved.SetTextValue(0, QString::fromUtf8("Grüße"));
-  const QString lFile = Path(QStringLiteral("utf16"));
-  Save(lFile, {&lSaved});
-  {
-    PtDocumentReader lReader(lFile);
-    ASSERT_TRUE(lReader.Advance() && lReader.Advance());
-    EXPECT_EQ(lReader.UnitSize(), 1u);
-    EXPECT_EQ(lReader.Count(), 5u);
-  }
-  PxTextProperty lLoaded(SAVED, PxTextProperty::TYPE_UTF16, 34, 320, 64);
-  Load(lFile, {&lLoaded});
-  EXPECT_TRUE(lLoaded.TextValue(0).startsWith(QString::fromUtf8("Grü")));
-  EXPECT_NE(lLoaded.TextValue(0), lSaved.TextValue(0));
-}
-
 TEST(PropertyDocuments, TextReadsTheLayoutsOlderFilesUse)
 {
   const QString lFile = Path(QStringLiteral("older"));
@@ -181,37 +160,4 @@ TEST(PropertyDocuments, TextReadsTheLayoutsOlderFilesUse)
   EXPECT_EQ(lField.TextValue(0), QStringLiteral("01234567"));
 }
 
-TEST(PropertyDocuments, DamagedElementLeavesThePropertyAsItWas)
-{
-  const QString lFile = Path(QStringLiteral("damaged"));
-  {
-    PtDocumentWriter lWriter(lFile, DOCUMENT_TYPE);
-    lWriter.StartSection(PROPERTIES_SECTION);
-    const PtByte lShort[2] = {1, 2};
-    lWriter.AddElement(7, lShort, 1, 2, 1); // two bytes where two 4-byte values are expected
-    lWriter.EndLastSection();
-  }
-  PxIntegerProperty lProperty(SAVED, 7, 1, 4);
-  lProperty.SetCount(1);
-  lProperty.SetValue(0, 99);
-  QSignalSpy lValues(&lProperty, &PxProperty::ValueChanged);
-  EXPECT_THROW(Load(lFile, {&lProperty}), std::exception);
-  EXPECT_EQ(lProperty.Count(), 1u);
-  EXPECT_EQ(lProperty.Value(0), 99);
-  EXPECT_EQ(lValues.count(), 0);
-}
-
-TEST(PropertyDocuments, ReadingAnotherPropertysElementIsAProgrammingError)
-{
-  PxIntegerProperty lSaved(SAVED, 1, 1, 4);
-  lSaved.SetCount(1);
-  const QString lFile = Path(QStringLiteral("other"));
-  Save(lFile, {&lSaved});
-  PxIntegerProperty lOther(SAVED, 2, 1, 4);
-  PxTextProperty lOtherText(SAVED, PxTextProperty::TYPE_ASCII, 3, 1, 4);
-  PtDocumentReader lReader(lFile);
-  ASSERT_TRUE(lReader.Advance() && lReader.Advance());
-  EXPECT_DEATH(lOther.ReadFromFile(lReader), AssertionMessage("mId == aReader.Id()", "PxProperty"));
-  EXPECT_DEATH(lOtherText.ReadFromFile(lReader), AssertionMessage("Id() == aReader.Id()", "PxTextProperty"));
-}
 } // namespace

@@ -1,5 +1,4 @@
 #include "PropertyTestSupport.h"
-#include "PxBoolProperty.h"
 #include "PxFloatProperty.h"
 #include "PxIntegerProperty.h"
 #include "PxUnits.h"
@@ -54,8 +53,7 @@ TEST_F(NumericProperty, IntegerSetLimitsClampsValuesAndAnnouncesTheLimits)
     std::vector<Pt32> mAfter; // values before: 5, 50, 500
     std::vector<size_t> mChanged;
     int mLimitSignals;
-  };
-  const Case lCases[] = {
+  } const lCases[] = {
       {0, 65536, false, {5, 50, 500}, {}, 0},
       {0, 1000, false, {5, 50, 500}, {}, 1},
       {10, 100, false, {10, 50, 100}, {0, 2}, 1},
@@ -80,48 +78,6 @@ TEST_F(NumericProperty, IntegerSetLimitsClampsValuesAndAnnouncesTheLimits)
   }
 }
 
-TEST_F(NumericProperty, IntegerGenericAccessTruncatesAndFormatsBareNumbers)
-{
-  PxIntegerProperty lProperty(F_EDITABLE, 1, 1, 4);
-  lProperty.SetCount(1);
-  lProperty.SetLimits(-100, 100);
-  lProperty.SetFormat(QStringLiteral("%n %v dB"));
-  const std::pair<double, Pt32> lCases[] = {{-2.9, -2}, {100.99, 100}};
-  for (const auto& [lNumber, lValue] : lCases) {
-    lProperty.SetDoubleValue(0, lNumber);
-    EXPECT_EQ(lProperty.DoubleValue(0), lValue) << lNumber;
-  }
-  EXPECT_EQ(lProperty.FormattedValue(0), QStringLiteral("100"));
-  // Numbers beyond the 32-bit range meet the limits instead of wrapping into them.
-  ExpectRefused([&] { lProperty.SetDoubleValue(0, 4294967296.0 + 5); }, 10, QStringLiteral("2147483647"));
-}
-
-TEST_F(NumericProperty, FloatLimitsFollowTheRawRangeAndTheDecimalsShown)
-{
-  struct Case
-  {
-    PtU32 mUnitSize;
-    float mScale;
-    PtU32 mDecimals;
-    float mMin, mMax;
-  };
-  const float lLowest = std::numeric_limits<float>::lowest();
-  const float lHighest = std::numeric_limits<float>::max();
-  const Case lCases[] = {
-      {2, 100.0f, 2, -327.68f, 327.67f},
-      {2, 10.0f, 0, -3276.0f, 3276.0f}, // cut toward zero
-      {1, 3.0f, 0xFFFFFFFFu, -42.666666f, 42.333333f},
-      {4, 1.0f, 0xFFFFFFFFu, lLowest, lHighest},
-  };
-  for (const Case& c : lCases) {
-    SCOPED_TRACE(testing::Message() << c.mUnitSize << " bytes, scale " << c.mScale);
-    PxFloatProperty lProperty(F_EDITABLE, 1, 1, c.mUnitSize, c.mScale, c.mDecimals);
-    EXPECT_FLOAT_EQ(lProperty.MinValue(), c.mMin);
-    EXPECT_FLOAT_EQ(lProperty.MaxValue(), c.mMax);
-    EXPECT_EQ(lProperty.Signed(), c.mScale != 1.0f);
-  }
-}
-
 TEST_F(NumericProperty, ScaledFloatStoresRoundedRawValuesAndIgnoresInvisibleChanges)
 {
   struct Case
@@ -131,8 +87,7 @@ TEST_F(NumericProperty, ScaledFloatStoresRoundedRawValuesAndIgnoresInvisibleChan
     float mBefore, mSet;
     Pt32 mRaw;
     bool mChanged;
-  };
-  const Case lCases[] = {
+  } const lCases[] = {
       {10.0f, 1, 1.0f, 1.04f, 10, false}, // both show 1.0
       {10.0f, 1, 0.0f, -1.25f, -13, true},
       {10.0f, 2, 1.0f, 1.04f, 10, false}, // shows differently, same raw value
@@ -176,35 +131,6 @@ TEST_F(NumericProperty, FloatRefusesValuesOutsideItsLimitsAndClampsToNewOnes)
   EXPECT_EQ(lPlain.DoubleValue(0), 2.25);
 }
 
-TEST_F(NumericProperty, FloatTextsAreInTheUnitTheUserChose)
-{
-  PxUnits::SetUnit(UT_DISTANCE, 2); // feet
-  const std::tuple<PtU32, int, const char*, const char*, const char*> lCases[] = {
-      {2, UT_DISTANCE, "%n %v %u", "3.28", "Range 3.28 ft"},
-      {1, UT_DISTANCE, "%v %v %N %u%u", "3.3", "3.3 %v %N ft%u"}, // only the first of each
-      {0xFFFFFFFFu, UT_NONE, "%v", nullptr, "1"},
-  };
-  for (const auto& [lDecimals, lUnitType, lFormat, lText, lFormatted] : lCases) {
-    SCOPED_TRACE(lFormatted);
-    PxFloatProperty lProperty(F_EDITABLE, 1, 1, 4, 1.0f, lDecimals);
-    lProperty.SetCount(1);
-    lProperty.SetName(QStringLiteral("Range"));
-    lProperty.SetUnitType(lUnitType);
-    lProperty.SetFormat(QString::fromLatin1(lFormat));
-    lProperty.SetValue(0, 1.0f);
-    if (lText) {
-      EXPECT_EQ(lProperty.TextValue(0), QString::fromLatin1(lText));
-    }
-    EXPECT_EQ(lProperty.FormattedValue(0), QString::fromLatin1(lFormatted));
-  }
-  // Without fixed decimals the text has every digit of the stored number, 103 after the point.
-  PxFloatProperty lExact(F_EDITABLE, 2, 1, 4, 1.0f, 0xFFFFFFFFu);
-  lExact.SetCount(1);
-  lExact.SetValue(0, 0.1f);
-  EXPECT_EQ(lExact.TextValue(0).length(), 2 + 103);
-  EXPECT_TRUE(lExact.TextValue(0).startsWith(QStringLiteral("0.100000001490116119384765625000")));
-}
-
 TEST_F(NumericProperty, FloatTextInputIsReadInTheDisplayUnit)
 {
   PxUnits::SetUnit(UT_DISTANCE, 2);
@@ -231,19 +157,4 @@ TEST_F(NumericProperty, FloatTextInputIsReadInTheDisplayUnit)
   EXPECT_EQ(lPlain.Value(0), 3.0f);
 }
 
-TEST_F(NumericProperty, BoolTreatsAnyNonZeroAsTrue)
-{
-  PxBoolProperty lProperty(F_EDITABLE, 1, 1);
-  lProperty.SetCount(2);
-  QSignalSpy lValues(&lProperty, &PxProperty::ValueChanged);
-  lProperty.SetDoubleValue(0, 0.5);
-  EXPECT_EQ(lProperty.DoubleValue(0), 1.0);
-  EXPECT_EQ(lProperty.FormattedValue(0), QStringLiteral("true"));
-  EXPECT_EQ(lProperty.FormattedValue(1), QStringLiteral("false"));
-  // A device that sends 2 for true has sent true.
-  lProperty.Values()[1] = 2;
-  lProperty.SetValue(1, true);
-  lProperty.SetDoubleValue(0, -3.0);
-  EXPECT_EQ(Indexes(lValues), std::vector<size_t>{0});
-}
 } // namespace

@@ -6,7 +6,6 @@
 #include <QSignalSpy>
 
 #include <functional>
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 // Expects aCall to report a bad argument through PtInvalidArgument with the given site (the
@@ -25,25 +24,6 @@ inline void ExpectRefused(const std::function<void()>& aCall, unsigned int aSite
     EXPECT_TRUE(lText.contains(QLatin1Char('"') + aValueText + QLatin1Char('"'))) << lText.toStdString();
     EXPECT_TRUE(lText.contains(aName)) << lText.toStdString();
   }
-}
-
-// Expects aCall to raise PtLogicError(aCode).
-inline void ExpectLogicError(const std::function<void()>& aCall, unsigned int aCode)
-{
-  try {
-    aCall();
-    ADD_FAILURE() << "no logic error";
-  } catch (const PtLogicException& e) {
-    unsigned int lCode = 0;
-    PtExtractException(e, &lCode, nullptr);
-    EXPECT_EQ(lCode, aCode);
-  }
-}
-
-// The message of PT_ASSERT for aExpression in aFile (without extension); death tests match it.
-inline ::testing::Matcher<const std::string&> AssertionMessage(const char* aExpression, const char* aFile)
-{
-  return ::testing::HasSubstr(std::string("Assertion failed: ") + aExpression + ", file " + aFile + ", line ");
 }
 
 // The indexes carried by the signals a spy recorded, in order.
