@@ -3,11 +3,13 @@
 #include "PtErrorLogForm.h"
 #include "PtFileChooser.h"
 #include "PtMessageBox.h"
+#include "PxEchoForm.h"
 #include "PxHost.h"
 #include "PxIntegerProperty.h"
 #include "PxRecordPlayer.h"
 #include "PxSensor.h"
 #include "PxStaticUi.h"
+#include "PxTraceForm.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -218,6 +220,19 @@ void PxRecordPlayerForm::BuildUi()
   lTagRow->addWidget(mTags, 1);
   lTagRow->addWidget(mExtract);
   lLayout->addLayout(lTagRow);
+
+  auto* lViewRow = new QHBoxLayout;
+  lViewRow->addWidget(new QLabel(tr("Views:"), lRoot));
+  mTraces = new QPushButton(tr("Traces..."), lRoot);
+  mTraces->setToolTip(tr("Show the replayed traces"));
+  connect(mTraces, &QPushButton::clicked, this, &PxRecordPlayerForm::PBTracesClicked);
+  mEchoes = new QPushButton(tr("Echoes..."), lRoot);
+  mEchoes->setToolTip(tr("Show the replayed echoes"));
+  connect(mEchoes, &QPushButton::clicked, this, &PxRecordPlayerForm::PBEchoesClicked);
+  lViewRow->addWidget(mTraces);
+  lViewRow->addWidget(mEchoes);
+  lViewRow->addStretch(1);
+  lLayout->addLayout(lViewRow);
   lLayout->addStretch(1);
   setWidget(lRoot);
 }
@@ -346,6 +361,7 @@ void PxRecordPlayerForm::CloseFile()
   }
   Pause();
   // The views let go of the sensor before it goes.
+  CloseViews();
   std::unique_ptr<PxRecordPlayer> lPlayer = std::move(mPlayer);
   std::unique_ptr<PxSensor> lSensor = std::move(mSensor);
   emit ReplayChanged();
@@ -439,6 +455,8 @@ void PxRecordPlayerForm::UpdateControls()
     lWidget->setEnabled(lFrames);
   }
   mExtract->setEnabled(lFrames && !mExtractThread && mStartTag >= 1 && mStartTag <= mEndTag);
+  mTraces->setEnabled(lOpen);
+  mEchoes->setEnabled(lOpen);
   const bool lPlaying = mPlaying;
   mPlay->setIcon(style()->standardIcon(lPlaying ? QStyle::SP_MediaPause : QStyle::SP_MediaPlay));
   mPlay->setToolTip(lPlaying ? tr("Pause") : tr("Play"));
@@ -711,4 +729,57 @@ void PxRecordPlayerForm::ExtractDone()
     PtMessageBox::ShowError(MessageParent(this), lText);
   }
   emit ExtractFinished(mExtractOk);
+}
+
+QList<PxDockWidget*> PxRecordPlayerForm::Views() const
+{
+  QList<PxDockWidget*> lViews;
+  for (const QPointer<PxDockWidget>& lView : mViews) {
+    if (lView) {
+      lViews << lView.data();
+    }
+  }
+  return lViews;
+}
+
+void PxRecordPlayerForm::ShowView(PxDockWidget* aView)
+{
+  mViews << aView;
+  aView->setAttribute(Qt::WA_DeleteOnClose);
+  aView->setFloating(true);
+  aView->resize(560, 380);
+  aView->show();
+  // A view shows the frame on screen at once, not from the next one played.
+  if (mPlayer && mPlayer->CurrentIndex() > 0) {
+    const unsigned long lIndex = mPlayer->CurrentIndex();
+    Run([&] { return mPlayer->MoveTo(0) && mPlayer->MoveTo(lIndex); });
+  }
+}
+
+void PxRecordPlayerForm::CloseViews()
+{
+  for (const QPointer<PxDockWidget>& lView : mViews) {
+    // Deleted now, not later: the sensor they subscribe to is about to go.
+    delete lView.data();
+  }
+  mViews.clear();
+}
+
+void PxRecordPlayerForm::PBTracesClicked()
+{
+  if (!mSensor) {
+    return;
+  }
+  auto* lForm = new PxTraceForm(MessageParent(this));
+  lForm->SetFlags(1);
+  lForm->SetSensor(mSensor.get());
+  ShowView(lForm);
+}
+
+void PxRecordPlayerForm::PBEchoesClicked()
+{
+  if (!mSensor) {
+    return;
+  }
+  ShowView(new PxEchoForm(mSensor.get(), MessageParent(this)));
 }

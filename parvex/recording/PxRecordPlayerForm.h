@@ -5,6 +5,8 @@
 #include "PxDockWidget.h"
 
 #include <QElapsedTimer>
+#include <QList>
+#include <QPointer>
 #include <QString>
 #include <QStringList>
 #include <QTimer>
@@ -57,6 +59,8 @@ public:
   PxSensor* Sensor() const { return mSensor.get(); }
   const QString& FileName() const { return mFileName; }
   bool IsPlaying() const { return mPlaying; }
+  // The views opened on the replayed sensor and still open.
+  QList<PxDockWidget*> Views() const;
   unsigned long StartTag() const { return mStartTag; }
   unsigned long EndTag() const { return mEndTag; }
   // Speed factor of playback: 0.25 to 8 against the recorded timestamps, or 0 for as fast as
@@ -88,6 +92,9 @@ public Q_SLOTS:
   void PBStartTagClicked();
   void PBEndTagClicked();
   void PBExtractClicked();
+  // Views of the replayed sensor, as a live sensor has them; they close with the replay.
+  void PBTracesClicked();
+  void PBEchoesClicked();
 
 private Q_SLOTS:
   void CBSpeedCurrentIndexChanged(int aIndex);
@@ -115,6 +122,8 @@ private:
   // Resets the real-time anchor to the frame shown now.
   void Anchor();
   void ReportError(const std::exception& aError);
+  void ShowView(PxDockWidget* aView);
+  void CloseViews();
 
   std::unique_ptr<PxRecordPlayer> mPlayer;
   // Taken from the player, which keeps a pointer to it: deleted after the player.
@@ -172,4 +181,7 @@ private:
   QPushButton* mEndTagButton = nullptr;
   QLabel* mTags = nullptr;
   QPushButton* mExtract = nullptr;
+  QPushButton* mTraces = nullptr;
+  QPushButton* mEchoes = nullptr;
+  QList<QPointer<PxDockWidget>> mViews;
 };

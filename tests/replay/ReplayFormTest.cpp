@@ -128,6 +128,15 @@ TEST_F(ReplayForm, ChoosesARecordAndMovesThroughItsFrames)
   QCoreApplication::processEvents(); // the labels' new sizes reach the layout
   PxTest::SaveToGallery(&mForm, QStringLiteral("replay_form"));
 
+  // The replayed sensor's views show the frame on screen, and go with the replay.
+  mForm.PBTracesClicked();
+  mForm.PBEchoesClicked();
+  ASSERT_EQ(mForm.Views().size(), 2);
+  QCoreApplication::processEvents();
+  PxTest::SaveToGallery(mForm.Views()[0], QStringLiteral("replay_traces"));
+  PxTest::SaveToGallery(mForm.Views()[1], QStringLiteral("replay_echoes"));
+  QPointer<PxDockWidget> lView = mForm.Views()[1];
+
   // Tagged range, extracted by the worker while the window goes on; the extract replays.
   mForm.Seek(4);
   mForm.PBStartTagClicked();
@@ -142,6 +151,8 @@ TEST_F(ReplayForm, ChoosesARecordAndMovesThroughItsFrames)
     ASSERT_TRUE(lDone.wait(PxTest::WAIT_MS));
   }
   EXPECT_TRUE(lDone.at(0).at(0).toBool());
+  mForm.CloseFile();
+  EXPECT_TRUE(lView.isNull());
   PxRecordPlayerForm lOther(nullptr);
   ASSERT_TRUE(lOther.OpenFile(lPart));
   EXPECT_EQ(lOther.Player()->RecordSize(), 5u);
