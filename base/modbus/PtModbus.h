@@ -27,6 +27,8 @@ class PT_EXPORT PtModbus : public QObject
 public:
   static constexpr unsigned int ERROR_BASE = 700;
   static constexpr unsigned int ERROR_EXCEPTION = 720;
+  // Offset of a read dropped by Abort or Close (QModbusDevice::ReplyAbortedError).
+  static constexpr unsigned int ERROR_ABORTED = 7;
   // Holding registers one request may read (the protocol's limit).
   static constexpr int MAX_REGISTERS = 125;
 

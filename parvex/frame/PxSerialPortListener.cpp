@@ -74,6 +74,7 @@ void PxSerialPortListener::Stop()
     return;
   }
   mRunning = false;
+  mDue = false;
   mTimer.stop();
   if (mReading) {
     mReading = false;
@@ -90,9 +91,15 @@ void PxSerialPortListener::Tick()
     return;
   }
   if (mReading || mModbus->IsBusy()) {
-    ++mMissed;
+    // Late, not lost: it starts when the read under way ends. Only a second one due meanwhile is
+    // missed, since the link cannot keep up with the rate.
+    if (mDue) {
+      ++mMissed;
+    }
+    mDue = true;
     return;
   }
+  mDue = false;
   try {
     mModbus->StartReadHoldingRegisters(mFirst, mCount);
     mReading = true;
@@ -114,11 +121,18 @@ void PxSerialPortListener::ReadFinished()
     ShowValues(lValues);
     emit Polled();
   } catch (const std::exception& e) {
-    ++mFailed;
     unsigned int lCode = 0;
     QString lText;
     PtExtractException(e, &lCode, &lText);
-    emit PollFailed(lText);
+    // A read dropped because the port went away is that loss, reported by the port, not a poll
+    // that failed.
+    if (lCode != PtModbus::ERROR_BASE + PtModbus::ERROR_ABORTED) {
+      ++mFailed;
+      emit PollFailed(lText);
+    }
+  }
+  if (mDue && mRunning) {
+    Tick();
   }
 }
 

@@ -17,8 +17,9 @@ class QTableWidget;
 // decode the values, and register a factory by type (PxConnection::RegisterSerialListener) for
 // the serial-port viewer, which creates it on the port the user opened.
 //
-// A poll that comes due while the previous read is still under way is counted as missed and
-// skipped, never queued: a slow link shows fewer, not older, values.
+// A poll that comes due while the previous read is still under way starts as soon as that read
+// ends; one more coming due meanwhile is counted as missed and dropped: a link too slow for the
+// rate shows fewer, not older, values.
 class PX_EXPORT PxSerialPortListener : public QObject
 {
   Q_OBJECT
@@ -76,6 +77,8 @@ private:
   double mRate = 10.0;
   bool mRunning = false;
   bool mReading = false;
+  // A poll came due during the read under way.
+  bool mDue = false;
   QTimer mTimer;
   quint64 mPolls = 0;
   quint64 mMissed = 0;
