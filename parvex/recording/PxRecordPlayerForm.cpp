@@ -101,6 +101,9 @@ PxRecordPlayerForm::~PxRecordPlayerForm()
     delete mExtractThread;
   }
   mTimer.stop();
+  // Views are children of this form when there is no host window; they must let go of the
+  // sensor before it goes, not when the widget base deletes its children.
+  CloseViews();
   mPlayer.reset();
   mSensor.reset();
 }
