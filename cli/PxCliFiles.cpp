@@ -49,11 +49,11 @@ std::unique_ptr<PxRecordPlayer> OpenRecord(const QString& aFile)
 // The first and last timestamps of a record, in the device's milliseconds.
 std::pair<PtU32, PtU32> TimeSpan(PxRecordPlayer& aPlayer)
 {
-  if (aPlayer.RecordSize() == 0 || !aPlayer.MoveTo(0)) {
+  if (aPlayer.RecordSize() == 0 || !aPlayer.MoveTo(1)) {
     return {0, 0};
   }
   const PtU32 lFirst = aPlayer.RelativeTimestamp();
-  aPlayer.MoveTo(aPlayer.RecordSize() - 1);
+  aPlayer.MoveTo(aPlayer.RecordSize());
   return {lFirst, aPlayer.RelativeTimestamp()};
 }
 
@@ -226,7 +226,7 @@ int RunInspect(const QStringList& aArguments)
 int RunExtract(const QStringList& aArguments)
 {
   Parser lParser(QStringLiteral("extract"),
-                 Tr("Copies the header and the frames A to B (counted from 0, both included) of a record file "
+                 Tr("Copies the header and the frames A to B (counted from 1, both included) of a record file "
                     "into a new record file."));
   lParser.AddPositional(QStringLiteral("file"), Tr("The record file."), QStringLiteral("FILE.ptl"));
   const QCommandLineOption lFrom(QStringLiteral("from"), Tr("The first frame."), QStringLiteral("a"));
@@ -242,15 +242,16 @@ int RunExtract(const QStringList& aArguments)
   if (!lParser.Qt().isSet(lFrom) || !lParser.Qt().isSet(lTo) || lParser.Qt().value(lOut).isEmpty()) {
     Usage(Tr("give --from, --to and --out"));
   }
-  const auto lFirst = static_cast<unsigned long>(lParser.Number(lFrom, 0));
-  const auto lLast = static_cast<unsigned long>(lParser.Number(lTo, 0));
+  const auto lFirst = static_cast<unsigned long>(lParser.Number(lFrom, 1));
+  const auto lLast = static_cast<unsigned long>(lParser.Number(lTo, 1));
   const QString lOutFile = lParser.Qt().value(lOut);
   std::unique_ptr<PxRecordPlayer> lPlayer = OpenRecord(lParser.Positional().front());
-  if (lFirst > lLast || lLast >= lPlayer->RecordSize()) {
-    Fail(Tr("frames %1 to %2 are not in the file, which has frames 0 to %3")
-             .arg(lFirst)
-             .arg(lLast)
-             .arg(static_cast<long long>(lPlayer->RecordSize()) - 1));
+  if (lFirst > lLast || lLast > lPlayer->RecordSize()) {
+    Fail(lPlayer->RecordSize() == 0 ? Tr("the file has no frames")
+                                    : Tr("frames %1 to %2 are not in the file, which has frames 1 to %3")
+                                          .arg(lFirst)
+                                          .arg(lLast)
+                                          .arg(lPlayer->RecordSize()));
   }
   if (!lPlayer->Extract(lFirst, lLast, lOutFile)) {
     Fail(Tr("could not extract frames %1 to %2").arg(lFirst).arg(lLast));
@@ -356,7 +357,7 @@ int RunExport(const QStringList& aArguments)
   const unsigned long lFrames = lPlayer->RecordSize();
   for (unsigned long lFrame = 0; lFrame < lFrames && lPlayer->ReadNext(); ++lFrame) {
     const QString lTimestamp = QString::number(lPlayer->RelativeTimestamp());
-    const QString lIndex = QString::number(lFrame);
+    const QString lIndex = QString::number(lPlayer->CurrentIndex());
     if (lGroup == QLatin1String("state")) {
       // The replay's own rate measures the replay, not the device: the timestamps tell the rate.
       PxResult* lTemperatures = lSensor.StateProvider() ? lSensor.StateProvider()->TemperatureResult() : nullptr;

@@ -1,9 +1,13 @@
 #include "PxSimDriver.h"
 
 #include "PtDocumentReader.h"
+#include "PxConnection.h"
 #include "PxHost.h"
 #include "PxRecordPlayer.h"
+#include "PxSerialPortListener.h"
 #include "PxSimConnectionTypes.h"
+#include "PxSimModbusListener.h"
+#include "PxSimModbusMap.h"
 #include "PxSimSensor.h"
 
 #include <QCoreApplication>
@@ -27,6 +31,9 @@ void PxSimDriver::Register(PxHost* aHost)
   PxRecordPlayer::RegisterType(PtDocumentReader::FORMAT_SIGNATURE, PxSimSensor::RECORD_DOCUMENT,
                                &PxSimDriver::CreatePlayer);
   PxSimConnectionTypes::Register();
+  PxConnection::RegisterSerialListener(PxSimModbusMap::LISTENER_TYPE, &PxSimModbusListener::Create);
+  PxSerialPortListener::RegisterTypeName(PxSimModbusMap::LISTENER_TYPE,
+                                         QCoreApplication::translate("PxSimDriver", "Parvex 16 service port"));
 }
 
 PxRecordPlayer* PxSimDriver::CreatePlayer(const QString& aFileName)

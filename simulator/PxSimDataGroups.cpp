@@ -76,6 +76,12 @@ void PxSimDataGroups::Touch(int aGroup)
   mDelivered |= aGroup;
 }
 
+void PxSimDataGroups::NextFrame()
+{
+  mDelivered |= STATE;
+  Touch(STATE);
+}
+
 double PxSimDataGroups::NoiseFactor() const
 {
   if (mNoNoise) {

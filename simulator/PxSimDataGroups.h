@@ -27,6 +27,9 @@ public:
   // Back to frame 0 at time 0, as after power-up.
   void Restart();
   void SetUpdating(bool aUpdating) { mUpdating = aUpdating; }
+  // Starts the next frame without a client asking: the device running on its own, as it does
+  // behind its Modbus service port.
+  void NextFrame();
   // Scene control of the second debug command: a seed of 0 keeps the current noise.
   void SetScene(PtU64 aSeed, PtU32 aFlags);
 

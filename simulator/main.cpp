@@ -2,6 +2,8 @@
 
 #include "PxSimDevice.h"
 #include "PxSimLog.h"
+#include "PxSimModbusMap.h"
+#include "PxSimModbusSlave.h"
 #include "PxSimServer.h"
 
 #include <QCommandLineParser>
@@ -52,7 +54,20 @@ int main(int argc, char** argv)
   const QCommandLineOption lOlder(
       QStringLiteral("old-firmware"),
       QCoreApplication::translate("main", "Start on the previous firmware release, so that a tool offers the update."));
-  lParser.addOptions({lPort, lState, lNoState, lOlder});
+  const QCommandLineOption lModbus(
+      QStringLiteral("modbus"),
+      QCoreApplication::translate("main", "Also serve the live registers as a Modbus RTU slave on this serial port."),
+      QStringLiteral("serial-port"));
+  const QCommandLineOption lModbusBaud(
+      QStringLiteral("modbus-baud"),
+      QCoreApplication::translate("main", "Baud rate of the Modbus port (default 19200)."), QStringLiteral("baud"),
+      QStringLiteral("19200"));
+  const QCommandLineOption lModbusAddress(QStringLiteral("modbus-address"),
+                                          QCoreApplication::translate("main", "Modbus slave address (default %1).")
+                                              .arg(PxSimModbusMap::DEFAULT_SLAVE_ADDRESS),
+                                          QStringLiteral("address"),
+                                          QString::number(PxSimModbusMap::DEFAULT_SLAVE_ADDRESS));
+  lParser.addOptions({lPort, lState, lNoState, lOlder, lModbus, lModbusBaud, lModbusAddress});
   lParser.process(lApp);
 
   bool lPortOk = false;
@@ -96,6 +111,24 @@ int main(int argc, char** argv)
   // The one line on standard output: scripts and tests read the port from it.
   QTextStream lOut(stdout);
   lOut << "listening on 127.0.0.1:" << lServer.Port() << Qt::endl;
+
+  PxSimModbusSlave lSlave(lDevice);
+  if (lParser.isSet(lModbus)) {
+    const int lBaud = lParser.value(lModbusBaud).toInt();
+    const int lAddress = lParser.value(lModbusAddress).toInt();
+    if (lBaud <= 0 || lAddress < 1 || lAddress > 247) {
+      lErr << QCoreApplication::translate("main", "Invalid Modbus baud rate or address.") << '\n';
+      return 2;
+    }
+    if (!lSlave.Open(lParser.value(lModbus), lBaud, lAddress)) {
+      lErr
+          << QCoreApplication::translate("main", "Cannot open %1: %2").arg(lParser.value(lModbus), lSlave.ErrorString())
+          << '\n';
+      return 1;
+    }
+    lErr << QCoreApplication::translate("main", "Modbus slave %1 on %2").arg(lAddress).arg(lParser.value(lModbus))
+         << Qt::endl;
+  }
 
   const int lResult = QCoreApplication::exec();
   qCInfo(lcSim) << "stopped after" << lDevice.RequestCount() << "requests";

@@ -127,7 +127,7 @@ void BM_ReadNext(benchmark::State& aState)
   lPlayer->Start();
   for (auto _ : aState) {
     if (!lPlayer->ReadNext()) {
-      lPlayer->MoveTo(0);
+      lPlayer->MoveTo(0); // rewind: the next ReadNext replays frame 1
     }
   }
   aState.counters["frames_per_s"] =
@@ -153,7 +153,7 @@ void BM_MoveToRandomFrame(benchmark::State& aState)
   std::unique_ptr<PxRecordPlayer> lPlayer(PxRecordPlayer::CreateFromFile(lFile));
   lPlayer->Start();
   std::mt19937 lRandom(42);
-  std::uniform_int_distribution<unsigned long> lIndex(0, lFrames - 1);
+  std::uniform_int_distribution<unsigned long> lIndex(1, lFrames);
   std::vector<double> lTimes;
   for (auto _ : aState) {
     const auto lStart = std::chrono::steady_clock::now();

@@ -13,6 +13,8 @@
 #include "PxDocumentManager.h"
 #include "PxHost.h"
 #include "PxIntegerProperty.h"
+#include "PxRecordPlayerForm.h"
+#include "PxSerialPortForm.h"
 
 #include <QLoggingCategory>
 #include <QMenu>
@@ -21,29 +23,6 @@
 
 namespace {
 Q_LOGGING_CATEGORY(lcFrame, "parvex.frame")
-
-// Stand-in for the replay and serial-port forms until they have their own classes: a window
-// that opens and closes like them, so the application's flows around them already hold.
-class PlaceholderForm : public PxDockWidget
-{
-public:
-  PlaceholderForm(QWidget* aParent, unsigned int aPermanentId, const QString& aTitle, const QString& aText)
-      : PxDockWidget(aParent)
-      , mPermanentId(aPermanentId)
-  {
-    setWindowTitle(aTitle);
-    auto* lLabel = new QLabel(aText, this);
-    lLabel->setAlignment(Qt::AlignCenter);
-    lLabel->setMargin(24);
-    setWidget(lLabel);
-  }
-  unsigned int PermanentId() const override { return mPermanentId; }
-
-private:
-  unsigned int mPermanentId;
-};
-
-enum : unsigned int { REPLAY_FORM_ID = 900, SERIAL_PORT_FORM_ID = 901 };
 
 // Firmware at this version or above is a special build that no software version describes.
 constexpr int NON_STANDARD_VERSION = 0x0A00;
@@ -311,8 +290,7 @@ void PxStaticUi::MIFileReplayTriggered()
     mReplayForm->close();
     return;
   }
-  mReplayForm = new PlaceholderForm(mHost, REPLAY_FORM_ID, tr("Replay"),
-                                    tr("Replaying record files is not available in this version."));
+  mReplayForm = new PxRecordPlayerForm(mHost);
   connect(mReplayForm, &PxDockWidget::Closed, this, &PxStaticUi::RPFormClosed);
   mReplayForm->setFloating(true);
   mReplayForm->setAttribute(Qt::WA_DeleteOnClose);
@@ -327,8 +305,7 @@ void PxStaticUi::MISerialPortViewerTriggered()
     mSerialPortForm->close();
     return;
   }
-  mSerialPortForm = new PlaceholderForm(mHost, SERIAL_PORT_FORM_ID, tr("Serial Port Viewer"),
-                                        tr("The serial port viewer is not available in this version."));
+  mSerialPortForm = new PxSerialPortForm(nullptr, mHost);
   connect(mSerialPortForm, &PxDockWidget::Closed, this, &PxStaticUi::SPFormClosed);
   mSerialPortForm->setFloating(true);
   mSerialPortForm->setAttribute(Qt::WA_DeleteOnClose);
@@ -356,6 +333,8 @@ void PxStaticUi::MIHelpUserGuideTriggered()
   if (mUi) {
     const auto& lType = mUi->Device()->ProductType();
     lProductType = lType.Count() > 0 ? static_cast<unsigned short>(lType.Value(0)) : 0;
+  } else if (mReplayForm) {
+    lProductType = static_cast<unsigned short>(mReplayForm->ProductType() & 0xFFFF);
   }
   PxDocumentManager::ShowUserGuide(lProductType, mHost);
 }

@@ -10,6 +10,8 @@
 class PxDeviceUi;
 class PxDockWidget;
 class PxHost;
+class PxRecordPlayerForm;
+class PxSerialPortForm;
 class QMenu;
 
 // The application-level user interface around the host window: the Device menu with "Connect..."
@@ -54,6 +56,8 @@ public:
   QString ConnectionStatus() const { return mStatus.text(); }
   bool TeardownPending() const { return mPendingTeardown; }
   PxDockWidget* ReplayForm() const;
+  PxRecordPlayerForm* RecordPlayerForm() const { return mReplayForm; }
+  PxSerialPortForm* SerialPortForm() const { return mSerialPortForm; }
 
 Q_SIGNALS:
   // The device UI was set up or torn down; device-independent views rebuild against Ui().
@@ -97,8 +101,8 @@ private:
   // Whether mUi passed the version check and was set up (its layout restored). One that was
   // refused has no windows; saving its layout would wipe the one the user keeps for the device.
   bool mUiSetUp = false;
-  PxDockWidget* mReplayForm = nullptr;
-  PxDockWidget* mSerialPortForm = nullptr;
+  PxRecordPlayerForm* mReplayForm = nullptr;
+  PxSerialPortForm* mSerialPortForm = nullptr;
 
   static PxStaticUi* sSingleton;
 };

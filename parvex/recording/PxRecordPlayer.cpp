@@ -10,6 +10,8 @@
 #include "PxResultTrace.h"
 #include "PxSensor.h"
 
+#include <algorithm>
+
 namespace {
 // Header sections of older recorders that hold properties too.
 constexpr PtU32 SECTION_PROPERTIES_OLD = 0x1000;
@@ -154,8 +156,8 @@ size_t PxRecordPlayer::CurrentSection() const
 
 bool PxRecordPlayer::ReadNext()
 {
-  // Frame k is main section k + 1, so the last frame has been read when the current main section
-  // is the number of frames.
+  // Frame k is main section k, so the last frame has been read when the current main section is
+  // the number of frames.
   if (!mStarted || CurrentSection() >= FrameCount()) {
     return false;
   }
@@ -192,12 +194,14 @@ bool PxRecordPlayer::ReadPrevious()
 
 bool PxRecordPlayer::MoveTo(unsigned long aIndex)
 {
-  if (!mStarted || aIndex >= FrameCount()) {
+  if (!mStarted || aIndex > FrameCount()) {
     return false;
   }
-  const size_t lTarget = SectionOfFrame(aIndex);
+  const size_t lTarget = aIndex;
   if (CurrentSection() != lTarget) {
-    size_t lStart = lTarget;
+    // Positioned just before main section lStart, the reader stands on frame lStart - 1 as if it
+    // had just been read: starting at 1 rewinds to the header.
+    size_t lStart = std::max<size_t>(lTarget, 1);
     if (mIndexed) {
       while (lStart > 1 && !mReader.IsIndexSection(lStart)) {
         --lStart;
@@ -215,8 +219,7 @@ bool PxRecordPlayer::MoveTo(unsigned long aIndex)
 
 unsigned long PxRecordPlayer::CurrentIndex() const
 {
-  const size_t lSection = CurrentSection();
-  return lSection == 0 ? 0 : static_cast<unsigned long>(lSection - 1);
+  return static_cast<unsigned long>(CurrentSection());
 }
 
 unsigned long PxRecordPlayer::RecordSize() const
@@ -236,8 +239,19 @@ unsigned int PxRecordPlayer::RelativeTimestamp() const
 
 bool PxRecordPlayer::Extract(unsigned long aFirst, unsigned long aLast, const QString& aFileName)
 {
-  if (!mStarted || aFirst > aLast || aLast >= FrameCount()) {
+  if (!mStarted || aFirst < 1 || aFirst > aLast || aLast > FrameCount()) {
     return false;
   }
-  return mReader.Extract(1, SectionOfFrame(aFirst), SectionOfFrame(aLast), aFileName);
+  // The header (main section 0) leads; frame k is main section k.
+  return mReader.Extract(1, aFirst, aLast, aFileName);
+}
+
+bool PxRecordPlayer::Extract(const QString& aSource, unsigned long aFirst, unsigned long aLast,
+                             const QString& aFileName)
+{
+  if (aFirst < 1 || aFirst > aLast) {
+    return false;
+  }
+  PtDocumentReader lReader(aSource);
+  return lReader.Extract(1, aFirst, aLast, aFileName);
 }

@@ -16,7 +16,9 @@ class PxSensor;
 // whose providers publish them exactly as live results. Sensor types register a factory for their
 // files at start-up; CreateFromFile picks it by the file's two leading words.
 //
-// Frames are numbered from 0. A recording that was cut (its writer was killed) replays every
+// Frames are numbered from 1, the header standing at 0: CurrentIndex() is 0 until the first frame
+// has been replayed, and MoveTo(RecordSize()) replays the last frame. Users, parvex-cli and the
+// replay form all count this way. A recording that was cut (its writer was killed) replays every
 // frame that reached the file.
 class PX_EXPORT PxRecordPlayer
 {
@@ -54,19 +56,27 @@ public:
   void Start();
   // Replays the next frame; false after the last one.
   bool ReadNext();
-  // Replays the frame before the current one; false on the first.
+  // Replays the frame before the current one; false, and nothing replayed, on the first.
   bool ReadPrevious();
-  // Replays frame aIndex; false beyond the last frame.
+  // Replays frame aIndex (1 to RecordSize()); 0 goes back before the first frame. False beyond
+  // the last frame.
   bool MoveTo(unsigned long aIndex);
-  // The frame last replayed (0 before the first).
+  // The frame last replayed, from 1; 0 before the first.
   unsigned long CurrentIndex() const;
-  // Number of frames.
+  // Number of frames: the last one is frame RecordSize().
   unsigned long RecordSize() const;
   // Wall-clock time of the current frame, and its timestamp in the sensor's time base.
   QDateTime FullTimestamp() const;
   unsigned int RelativeTimestamp() const;
-  // Writes the header and frames aFirst to aLast into a new record file. False for a bad range.
+  // Writes the header and frames aFirst to aLast (from 1, both included) into a new record file.
+  // False for a bad range.
   bool Extract(unsigned long aFirst, unsigned long aLast, const QString& aFileName);
+  // The same from a reader of its own, so that a worker thread can copy a long range while the
+  // player goes on replaying. The caller checks the range against RecordSize().
+  static bool Extract(const QString& aSource, unsigned long aFirst, unsigned long aLast, const QString& aFileName);
+  // Whether the file ends without its closing frame: its writer was killed, and every complete
+  // frame before the cut replays.
+  bool IsCut() const { return mStarted && mTrailingSections == 0; }
 
 protected:
   // A player for files whose frames are not all self-contained: MoveTo then starts replaying at
@@ -74,9 +84,8 @@ protected:
   void SetIndexed(bool aIndexed) { mIndexed = aIndexed; }
 
 private:
-  // Main section of frame aIndex.
-  static size_t SectionOfFrame(unsigned long aIndex) { return static_cast<size_t>(aIndex) + 1; }
-  // The reader's current main section, 0 before the first.
+  // The reader's current main section, 0 before the first. The header is main section 0, so
+  // frame k is main section k.
   size_t CurrentSection() const;
   size_t FrameCount() const;
   // Publishes the sections of the frame the reader stands on through the sensor's providers.

@@ -278,7 +278,8 @@ TEST_F(CliAgainstSim, CtrlCEndsARecordingWithAFileThatReplaysAndExports)
   const QList<QByteArray> lLines = lCsvFile.readAll().trimmed().split('\n');
   EXPECT_EQ(lLines.front(), QByteArray("frame,timestamp,segment,distance_m,amplitude,flag"));
   EXPECT_GT(lLines.size(), lFrames * 16) << "the wall is seen by every segment";
-  EXPECT_TRUE(lLines.last().startsWith(QByteArray::number(lFrames - 1) + ','));
+  EXPECT_TRUE(lLines.at(1).startsWith("1,")) << "frames count from 1";
+  EXPECT_TRUE(lLines.last().startsWith(QByteArray::number(lFrames) + ','));
   // The wall at 20 m, square to the sensor: the nearest-of-segment-0 echo in the first frame.
   EXPECT_NEAR(lLines.at(1).split(',').at(3).toDouble(), 21.7, 0.5);
 
@@ -289,8 +290,13 @@ TEST_F(CliAgainstSim, CtrlCEndsARecordingWithAFileThatReplaysAndExports)
             0);
   EXPECT_EQ(Cli({QStringLiteral("inspect"), lPart, QStringLiteral("--json")}).Json()[QStringLiteral("frames")].toInt(),
             5);
-  const CliRun lBeyond = Cli({QStringLiteral("extract"), lFile, QStringLiteral("--from"), QStringLiteral("0"),
-                              QStringLiteral("--to"), QString::number(lFrames), QStringLiteral("--out"), lPart});
+  // The last frame is frame lFrames; one more is beyond the file.
+  EXPECT_EQ(Cli({QStringLiteral("extract"), lFile, QStringLiteral("--from"), QString::number(lFrames),
+                 QStringLiteral("--to"), QString::number(lFrames), QStringLiteral("--out"), lPart})
+                .mExit,
+            0);
+  const CliRun lBeyond = Cli({QStringLiteral("extract"), lFile, QStringLiteral("--from"), QStringLiteral("1"),
+                              QStringLiteral("--to"), QString::number(lFrames + 1), QStringLiteral("--out"), lPart});
   EXPECT_EQ(lBeyond.mExit, 1) << lBeyond;
 }
 

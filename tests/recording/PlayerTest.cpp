@@ -69,47 +69,57 @@ TEST(RecordPlayer, StepsAndJumpsThroughTheFrames)
   EXPECT_FALSE(lPlayer->ReadPrevious());
 
   QSignalSpy lState(lPlayer->Sensor()->StateProvider(), &PxResultProvider::NewData);
-  // Each step: the call, what it returns, the frame then shown and the current index.
+  // Each step: the call, what it returns, and the frame then current, counted from 1 as users
+  // count them (the synthetic frames carry their own number from 0).
   struct Step
   {
     const char* mCall;
     std::function<bool()> mDo;
     bool mResult;
-    long mFrame;
+    long mIndex;
   } const lSteps[] = {
-      {"ReadNext", [&] { return lPlayer->ReadNext(); }, true, 0},
-      {"ReadPrevious on the first", [&] { return lPlayer->ReadPrevious(); }, false, 0},
+      {"ReadNext", [&] { return lPlayer->ReadNext(); }, true, 1},
+      {"ReadPrevious on the first", [&] { return lPlayer->ReadPrevious(); }, false, 1},
       {"MoveTo 7", [&] { return lPlayer->MoveTo(7); }, true, 7},
       {"ReadPrevious", [&] { return lPlayer->ReadPrevious(); }, true, 6},
       {"MoveTo 2 (back)", [&] { return lPlayer->MoveTo(2); }, true, 2},
       {"ReadNext", [&] { return lPlayer->ReadNext(); }, true, 3},
-      {"MoveTo 10 (beyond)", [&] { return lPlayer->MoveTo(10); }, false, 3},
-      {"MoveTo 9", [&] { return lPlayer->MoveTo(9); }, true, 9},
-      {"ReadNext after the last", [&] { return lPlayer->ReadNext(); }, false, 9},
-      {"MoveTo 0", [&] { return lPlayer->MoveTo(0); }, true, 0},
+      {"MoveTo 11 (beyond)", [&] { return lPlayer->MoveTo(11); }, false, 3},
+      {"MoveTo RecordSize", [&] { return lPlayer->MoveTo(lPlayer->RecordSize()); }, true, 10},
+      {"ReadNext after the last", [&] { return lPlayer->ReadNext(); }, false, 10},
+      {"MoveTo 1", [&] { return lPlayer->MoveTo(1); }, true, 1},
   };
   for (const Step& lStep : lSteps) {
     SCOPED_TRACE(lStep.mCall);
     EXPECT_EQ(lStep.mDo(), lStep.mResult);
-    EXPECT_EQ(Shown(*lPlayer), lStep.mFrame);
-    EXPECT_EQ(lPlayer->CurrentIndex(), static_cast<unsigned long>(lStep.mFrame));
+    EXPECT_EQ(Shown(*lPlayer), lStep.mIndex - 1);
+    EXPECT_EQ(lPlayer->CurrentIndex(), static_cast<unsigned long>(lStep.mIndex));
     // Device timestamps are 10 ms apart; replayed ones count from the first frame of the file.
-    EXPECT_EQ(lPlayer->RelativeTimestamp(), static_cast<unsigned int>(10 * lStep.mFrame));
+    EXPECT_EQ(lPlayer->RelativeTimestamp(), static_cast<unsigned int>(10 * (lStep.mIndex - 1)));
   }
   EXPECT_GT(lState.count(), 0);
+  // Back before the first frame: the next ReadNext replays frame 1 again.
+  EXPECT_TRUE(lPlayer->MoveTo(0));
+  EXPECT_EQ(lPlayer->CurrentIndex(), 0u);
+  ASSERT_TRUE(lPlayer->ReadNext());
+  EXPECT_EQ(Shown(*lPlayer), 0);
 
   const QString lPart = lDir.path() + QStringLiteral("/part.ptl");
-  EXPECT_FALSE(lPlayer->Extract(4, 10, lPart));
-  EXPECT_FALSE(lPlayer->Extract(5, 4, lPart));
-  ASSERT_TRUE(lPlayer->Extract(4, 6, lPart));
-  std::unique_ptr<PxRecordPlayer> lExtracted(PxRecordPlayer::CreateFromFile(lPart));
-  lExtracted->Start();
-  EXPECT_EQ(lExtracted->RecordSize(), 3u);
-  for (long lExpected = 4; lExpected <= 6; ++lExpected) {
-    ASSERT_TRUE(lExtracted->ReadNext());
-    EXPECT_EQ(Shown(*lExtracted), lExpected);
+  for (const auto& [lFirst, lLast] : {std::pair{0ul, 3ul}, {5ul, 11ul}, {6ul, 5ul}}) {
+    EXPECT_FALSE(lPlayer->Extract(lFirst, lLast, lPart)) << lFirst << "-" << lLast;
   }
-  EXPECT_FALSE(lExtracted->ReadNext());
+  for (const auto& [lFirst, lLast] : {std::pair{5ul, 7ul}, {8ul, 10ul}}) {
+    SCOPED_TRACE(lFirst);
+    ASSERT_TRUE(lPlayer->Extract(lFirst, lLast, lPart));
+    std::unique_ptr<PxRecordPlayer> lExtracted(PxRecordPlayer::CreateFromFile(lPart));
+    lExtracted->Start();
+    EXPECT_EQ(lExtracted->RecordSize(), 3u);
+    for (unsigned long lIndex = lFirst; lIndex <= lLast; ++lIndex) {
+      ASSERT_TRUE(lExtracted->ReadNext());
+      EXPECT_EQ(Shown(*lExtracted), static_cast<long>(lIndex) - 1);
+    }
+    EXPECT_FALSE(lExtracted->ReadNext());
+  }
 }
 
 TEST(RecordPlayer, RefusesFilesItCannotReplay)
@@ -216,5 +226,6 @@ TEST(RecordPlayer, DeliversTheKnownSectionsOfAFrameAndSkipsTheRest)
   lNothing->Start();
   EXPECT_EQ(lNothing->RecordSize(), 0u);
   EXPECT_FALSE(lNothing->ReadNext());
-  EXPECT_FALSE(lNothing->MoveTo(0));
+  EXPECT_FALSE(lNothing->MoveTo(1));
+  EXPECT_TRUE(lNothing->MoveTo(0));
 }

@@ -1,0 +1,296 @@
+#include "../recording/RecordingTestSupport.h"
+#include "PtModalScript.h"
+#include "PxHost.h"
+#include "PxRecordPlayerForm.h"
+#include "PxStaticUi.h"
+#include "PxTest.h"
+#include "PxTestGallery.h"
+
+#include <QAction>
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QLabel>
+#include <QMenuBar>
+#include <QPointer>
+#include <QSignalSpy>
+#include <QSlider>
+#include <QSpinBox>
+#include <QStatusBar>
+#include <QTemporaryDir>
+
+#include <functional>
+#include <gtest/gtest.h>
+
+using namespace RecordingTest;
+
+namespace {
+class ReplayHost : public PxHost
+{
+public:
+  ReplayHost()
+  {
+    mFile = menuBar()->addMenu(QStringLiteral("File"));
+    resize(800, 500);
+  }
+  bool UseSavedLayout() override { return false; }
+  void SetDeviceTitle(const QString&) override {}
+  void AddToolBarAction(QAction*) override {}
+  QObject* CreateDeviceContext() override { return new QObject; }
+  QMenu* AddMenu(const QString& aTitle) override { return menuBar()->addMenu(aTitle); }
+  void AddFileAction(QAction* aAction) override { mFile->addAction(aAction); }
+  void AddSettingsAction(QAction*) override {}
+  void AddHelpAction(QAction*) override {}
+  void AddStatusWidget(QWidget* aWidget) override { statusBar()->addPermanentWidget(aWidget); }
+  void ShowStatusMessage(const QString&, int) override {}
+  QMenu* mFile = nullptr;
+};
+
+long Shown(PxRecordPlayerForm& aForm)
+{
+  QString lWhy;
+  const long lFrame = FrameShown(*aForm.Sensor(), true, &lWhy);
+  EXPECT_GE(lFrame, 0) << lWhy.toStdString();
+  return lFrame;
+}
+
+// The value of one info row: its label is named after the row.
+QString Info(QWidget& aForm, const char* aRow)
+{
+  auto* lLabel = aForm.findChild<QLabel*>(QLatin1String(aRow));
+  return lLabel ? lLabel->text() : QStringLiteral("(no row %1)").arg(QLatin1String(aRow));
+}
+
+class ReplayForm : public ::testing::Test
+{
+protected:
+  void SetUp() override
+  {
+    RegisterTestPlayer();
+    // Traces too: a frame shows whole only when its traces, echoes and state belong together.
+    mFile = RecordSynthetic(mDir.path(), 20, 2, 16);
+    ASSERT_FALSE(mFile.isEmpty());
+    mForm.resize(640, 360);
+    mForm.show();
+  }
+
+  QTemporaryDir mDir;
+  QString mFile;
+  PxRecordPlayerForm mForm{nullptr};
+};
+} // namespace
+
+TEST_F(ReplayForm, ChoosesARecordAndMovesThroughItsFrames)
+{
+  {
+    PtModalScript lScript;
+    lScript.Queue(mFile);
+    mForm.PBOpenClicked();
+    ASSERT_EQ(lScript.Interactions().size(), 1);
+    EXPECT_EQ(lScript.Interactions()[0].mKind, PtModalScript::K_OPEN_FILE);
+  }
+  ASSERT_NE(mForm.Player(), nullptr);
+  EXPECT_EQ(PxRecordPlayerForm::RecentFiles().value(0), QFileInfo(mFile).absoluteFilePath());
+  EXPECT_EQ(Info(mForm, "Frames"), QStringLiteral("20"));
+  EXPECT_EQ(Info(mForm, "Duration"), QStringLiteral("0:00:00.190")) << "19 intervals of 10 ms";
+  EXPECT_EQ(mForm.Player()->CurrentIndex(), 1u) << "the first frame is shown at once";
+
+  auto* lSlider = mForm.findChild<QSlider*>();
+  auto* lBox = mForm.findChild<QSpinBox*>();
+  struct Step
+  {
+    const char* mWhat;
+    std::function<void()> mDo;
+    unsigned long mIndex;
+  } const lSteps[] = {
+      {"next", [&] { mForm.PBNextClicked(); }, 2},
+      {"back", [&] { mForm.PBPreviousClicked(); }, 1},
+      {"back on the first stays", [&] { mForm.PBPreviousClicked(); }, 1},
+      {"last", [&] { mForm.PBLastClicked(); }, 20},
+      {"next after the last stays", [&] { mForm.PBNextClicked(); }, 20},
+      {"first", [&] { mForm.PBFirstClicked(); }, 1},
+      {"slider dragged", [&] { lSlider->setValue(12); }, 12},
+      {"frame box",
+       [&] {
+         lBox->setValue(5);
+         emit lBox->editingFinished();
+       },
+       5},
+  };
+  for (const Step& lStep : lSteps) {
+    SCOPED_TRACE(lStep.mWhat);
+    lStep.mDo();
+    EXPECT_EQ(mForm.Player()->CurrentIndex(), lStep.mIndex);
+    EXPECT_EQ(Shown(mForm), static_cast<long>(lStep.mIndex) - 1);
+    EXPECT_EQ(lSlider->value(), static_cast<int>(lStep.mIndex));
+    EXPECT_EQ(lBox->value(), static_cast<int>(lStep.mIndex));
+  }
+  QCoreApplication::processEvents(); // the labels' new sizes reach the layout
+  PxTest::SaveToGallery(&mForm, QStringLiteral("replay_form"));
+
+  // The replayed sensor's views show the frame on screen, and go with the replay.
+  mForm.PBTracesClicked();
+  mForm.PBEchoesClicked();
+  ASSERT_EQ(mForm.Views().size(), 2);
+  QCoreApplication::processEvents();
+  PxTest::SaveToGallery(mForm.Views()[0], QStringLiteral("replay_traces"));
+  PxTest::SaveToGallery(mForm.Views()[1], QStringLiteral("replay_echoes"));
+  QPointer<PxDockWidget> lView = mForm.Views()[1];
+
+  // Tagged range, extracted by the worker while the window goes on; the extract replays.
+  mForm.Seek(4);
+  mForm.PBStartTagClicked();
+  mForm.Seek(8);
+  mForm.PBEndTagClicked();
+  const QString lPart = mDir.filePath(QStringLiteral("part.ptl"));
+  QSignalSpy lDone(&mForm, &PxRecordPlayerForm::ExtractFinished);
+  {
+    PtModalScript lScript;
+    lScript.Queue(lPart);
+    mForm.PBExtractClicked();
+    ASSERT_TRUE(lDone.wait(PxTest::WAIT_MS));
+  }
+  EXPECT_TRUE(lDone.at(0).at(0).toBool());
+  mForm.CloseFile();
+  EXPECT_TRUE(lView.isNull());
+  PxRecordPlayerForm lOther(nullptr);
+  ASSERT_TRUE(lOther.OpenFile(lPart));
+  EXPECT_EQ(lOther.Player()->RecordSize(), 5u);
+  EXPECT_EQ(Shown(lOther), 3);
+  lOther.PBLastClicked();
+  EXPECT_EQ(Shown(lOther), 7);
+}
+
+TEST_F(ReplayForm, PlaysInRecordedTimeAtTheChosenSpeedAndLoops)
+{
+  ASSERT_TRUE(mForm.OpenFile(mFile));
+  QSignalSpy lPlaying(&mForm, &PxRecordPlayerForm::PlayingChanged);
+  // 19 intervals of 10 ms: real time takes 190 ms, 4x a quarter of it; never less.
+  for (const auto& [lSpeed, lLeastMs] : {std::pair{1.0, 170}, {4.0, 40}, {0.0, 0}}) {
+    SCOPED_TRACE(lSpeed);
+    mForm.PBFirstClicked();
+    mForm.SetSpeed(lSpeed);
+    lPlaying.clear();
+    QElapsedTimer lClock;
+    lClock.start();
+    mForm.PBPlayClicked();
+    ASSERT_TRUE(mForm.IsPlaying());
+    ASSERT_TRUE(lPlaying.wait(PxTest::WAIT_MS));
+    ASSERT_EQ(lPlaying.size(), 2) << "started, then stopped at the end";
+    EXPECT_GE(lClock.elapsed(), lLeastMs);
+    EXPECT_EQ(mForm.Player()->CurrentIndex(), 20u);
+    EXPECT_EQ(Shown(mForm), 19);
+  }
+
+  // Loop: the first frame follows the last until the user pauses.
+  mForm.SetLoop(true);
+  mForm.SetSpeed(PxRecordPlayerForm::SPEED_AS_FAST_AS_POSSIBLE);
+  QSignalSpy lShown(&mForm, &PxRecordPlayerForm::FrameShown);
+  mForm.PBPlayClicked();
+  bool lWrapped = false;
+  for (int i = 0; i < 200 && !lWrapped; ++i) {
+    ASSERT_TRUE(lShown.wait(PxTest::WAIT_MS));
+    lWrapped = lShown.last().at(0).toULongLong() < 5 && lShown.size() > 1;
+  }
+  EXPECT_TRUE(lWrapped);
+  EXPECT_TRUE(mForm.IsPlaying());
+  mForm.PBPlayClicked();
+  EXPECT_FALSE(mForm.IsPlaying());
+}
+
+TEST_F(ReplayForm, BadFilesEndInAClearMessage)
+{
+  const QByteArray lGood = [&] {
+    QFile lFile(mFile);
+    lFile.open(QIODevice::ReadOnly);
+    return lFile.readAll();
+  }();
+  auto lWrite = [&](const char* aName, const QByteArray& aBytes) {
+    const QString lPath = mDir.filePath(QLatin1String(aName));
+    QFile lFile(lPath);
+    lFile.open(QIODevice::WriteOnly);
+    lFile.write(aBytes);
+    return lPath;
+  };
+  QByteArray lDamaged = lGood;
+  // Garbage over a frame in the middle: the frames before it replay, that one is reported.
+  lDamaged.replace(lGood.size() / 2, 64, QByteArray(64, '\xA5'));
+  struct Case
+  {
+    const char* mName;
+    QString mFile;
+    bool mOpens;
+    const char* mMessage; // in the error shown; null: none
+  } const lCases[] = {
+      {"foreign", lWrite("notes.ptl", "These are my notes, not a recording.\n"), false, "cannot be replayed"},
+      {"missing", mDir.filePath(QStringLiteral("gone.ptl")), false, "cannot be replayed"},
+      {"cut", lWrite("cut.ptl", lGood.left(lGood.size() * 6 / 10)), true, nullptr},
+      {"damaged frame", lWrite("damaged.ptl", lDamaged), true, "cannot be replayed"},
+  };
+  for (const Case& lCase : lCases) {
+    SCOPED_TRACE(lCase.mName);
+    PtModalScript lScript;
+    ASSERT_EQ(mForm.OpenFile(lCase.mFile), lCase.mOpens);
+    if (lCase.mOpens) {
+      mForm.SetSpeed(PxRecordPlayerForm::SPEED_AS_FAST_AS_POSSIBLE);
+      QSignalSpy lPlaying(&mForm, &PxRecordPlayerForm::PlayingChanged);
+      mForm.PBPlayClicked();
+      ASSERT_TRUE(lPlaying.wait(PxTest::WAIT_MS));
+    }
+    if (lCase.mMessage) {
+      ASSERT_EQ(lScript.Interactions().size(), 1);
+      EXPECT_EQ(lScript.Interactions()[0].mKind, PtModalScript::K_ERROR);
+      EXPECT_TRUE(lScript.Interactions()[0].mText.contains(QLatin1String(lCase.mMessage)))
+          << lScript.Interactions()[0].mText.toStdString();
+    } else {
+      EXPECT_TRUE(lScript.Interactions().isEmpty());
+    }
+    if (QLatin1String(lCase.mName) == QLatin1String("cut")) {
+      EXPECT_GT(mForm.Player()->RecordSize(), 5u);
+      EXPECT_LT(mForm.Player()->RecordSize(), 20u);
+      EXPECT_EQ(mForm.Player()->CurrentIndex(), mForm.Player()->RecordSize()) << "played to the cut";
+      EXPECT_TRUE(Info(mForm, "Frames").contains(QLatin1String("cut short")));
+    }
+    if (QLatin1String(lCase.mName) == QLatin1String("damaged frame")) {
+      // The message names the damaged frame, and the one before it still replays whole.
+      const unsigned long lDamaged = mForm.Player()->CurrentIndex();
+      EXPECT_GT(lDamaged, 1u);
+      EXPECT_LT(lDamaged, 20u);
+      EXPECT_TRUE(lScript.Interactions()[0].mText.startsWith(QStringLiteral("Frame %1 ").arg(lDamaged)));
+      mForm.PBPreviousClicked();
+      EXPECT_EQ(Shown(mForm), static_cast<long>(lDamaged) - 2);
+    } else if (lCase.mOpens) {
+      EXPECT_EQ(Shown(mForm), static_cast<long>(mForm.Player()->CurrentIndex()) - 1);
+    }
+  }
+}
+
+TEST(ReplayInTheApplication, ReplayExcludesConnectAndEndsWithTheForm)
+{
+  RegisterTestPlayer();
+  QTemporaryDir lDir;
+  const QString lFile = RecordSynthetic(lDir.path(), 5, 0, 0);
+  ReplayHost lHost;
+  ASSERT_TRUE(PxStaticUi::Initialize(&lHost));
+  PxStaticUi* lUi = PxStaticUi::Singleton();
+  for (const char* lHow : {"close button", "Replay... again"}) {
+    SCOPED_TRACE(lHow);
+    lUi->ReplayAction()->trigger();
+    PxRecordPlayerForm* lForm = lUi->RecordPlayerForm();
+    ASSERT_NE(lForm, nullptr);
+    EXPECT_FALSE(lUi->ConnectAction()->isEnabled());
+    ASSERT_TRUE(lForm->OpenFile(lFile));
+    EXPECT_EQ(lUi->ConnectionStatus(), QStringLiteral(" Replay: %1 ").arg(QFileInfo(lFile).fileName()));
+    QPointer<PxSensor> lSensor = lForm->Sensor();
+    if (QLatin1String(lHow) == QLatin1String("close button")) {
+      lForm->close();
+    } else {
+      lUi->ReplayAction()->trigger();
+    }
+    EXPECT_TRUE(lSensor.isNull()) << "the replayed sensor goes with the form";
+    EXPECT_EQ(lUi->RecordPlayerForm(), nullptr);
+    EXPECT_TRUE(lUi->ConnectAction()->isEnabled());
+    EXPECT_EQ(lUi->ConnectionStatus(), QStringLiteral(" Not connected "));
+  }
+  PxStaticUi::Shutdown();
+}
