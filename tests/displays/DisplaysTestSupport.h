@@ -85,28 +85,18 @@ public:
   };
   void FeedEchoes(const std::vector<Echo>& aEchoes)
   {
-    const auto lCount = static_cast<std::uint16_t>(aEchoes.size());
     PxTestBytes lBody;
-    lBody.ElementHeader(4228, lCount, 4);
-    for (const Echo& e : aEchoes) {
-      lBody.U32(static_cast<PtU32>(e.mDistance));
-    }
-    lBody.ElementHeader(4227, lCount, 4);
-    for (const Echo& e : aEchoes) {
-      lBody.U32(e.mAmplitude);
-    }
-    lBody.ElementHeader(4229, lCount, 4);
-    for (const Echo& e : aEchoes) {
-      lBody.U32(e.mBase);
-    }
-    lBody.ElementHeader(4231, lCount, 1);
-    for (const Echo& e : aEchoes) {
-      lBody.U8(e.mSegment);
-    }
-    lBody.ElementHeader(4232, lCount, 1);
-    for (const Echo& e : aEchoes) {
-      lBody.U8(e.mFlag);
-    }
+    const auto lElement = [&](std::uint16_t aId, std::uint32_t aSize, const std::function<void(const Echo&)>& aValue) {
+      lBody.ElementHeader(aId, static_cast<std::uint16_t>(aEchoes.size()), aSize);
+      for (const Echo& e : aEchoes) {
+        aValue(e);
+      }
+    };
+    lElement(4228, 4, [&](const Echo& e) { lBody.U32(static_cast<PtU32>(e.mDistance)); });
+    lElement(4227, 4, [&](const Echo& e) { lBody.U32(e.mAmplitude); });
+    lElement(4229, 4, [&](const Echo& e) { lBody.U32(e.mBase); });
+    lElement(4231, 1, [&](const Echo& e) { lBody.U8(e.mSegment); });
+    lElement(4232, 1, [&](const Echo& e) { lBody.U8(e.mFlag); });
     EchoesProvider().ReadFromPtProtocol(Answer(lBody));
   }
 

@@ -101,8 +101,6 @@ TEST(EchoForm, ListsTheValidEchoesThatPassTheFilters)
   PxUnits::SetUnit(UT_DISTANCE, 1);
   TraceSensor lSensor(4, false);
   PxEchoForm lForm(&lSensor);
-  EXPECT_EQ(lForm.windowTitle(), QStringLiteral("Raw Detections"));
-  EXPECT_EQ(lForm.PermanentId(), 4u);
   QTableWidget* lTable = lForm.Table();
   auto lRow = [lTable](int r) {
     QStringList lTexts;

@@ -5,25 +5,12 @@
 #include "PtGraphWidget.h"
 
 #include <QFontMetrics>
-#include <QImage>
-#include <QPainter>
 #include <QTest>
 
 #include <cmath>
 #include <gtest/gtest.h>
 
 namespace {
-// Draws one diagonal line over the plot, so that the pictures can be checked for smoothing.
-class LineGraph : public PtGraphWidget
-{
-protected:
-  void PaintGraph() override
-  {
-    mPainter->setPen(QPen(Qt::red, 1));
-    mPainter->drawLine(ToScreen(ViewXMin(), ViewYMin()), ToScreen(ViewXMax(), ViewYMax()));
-  }
-};
-
 void Mouse(QWidget& aWidget, QEvent::Type aType, QPoint aPos, Qt::MouseButton aButton, Qt::MouseButtons aButtons)
 {
   QMouseEvent lEvent(aType, aPos, aButton, aButtons, Qt::NoModifier);
@@ -43,7 +30,7 @@ TEST(Graph, TicksFallOnRoundValuesAndTheirLabelsFitTheMargins)
   {
     float mMin, mMax;
   };
-  LineGraph lGraph;
+  PtGraphWidget lGraph;
   lGraph.resize(800, 500);
   const QFontMetrics lMetrics(lGraph.font());
   for (const Case& c : {Case{-3, 93}, Case{0, 4095}, Case{-0.0013f, 0.0021f}, Case{-250000, 1.2e6f}, Case{5, 5}}) {
@@ -74,7 +61,7 @@ TEST(Graph, TicksFallOnRoundValuesAndTheirLabelsFitTheMargins)
 
 TEST(Graph, ZoomAndPanKeepTheDataUnderThePointerAndReturnToTheFullView)
 {
-  LineGraph lGraph;
+  PtGraphWidget lGraph;
   lGraph.resize(800, 500);
   lGraph.SetLimits(0, 100, 0, 1000);
   const QPoint lPointer(300, 200);
@@ -119,28 +106,6 @@ TEST(Graph, ZoomAndPanKeepTheDataUnderThePointerAndReturnToTheFullView)
   }
   EXPECT_LE(lGraph.ViewYMax(), 1500.0);
   EXPECT_GT(lGraph.ViewXMax() - lGraph.ViewXMin(), 1000.0);
-}
-
-TEST(Graph, PaintsWithoutSmoothingUnlessAsked)
-{
-  LineGraph lGraph;
-  lGraph.SetLimits(0, 10, 0, 10);
-  auto lBlends = [&lGraph] {
-    QImage lImage(400, 300, QImage::Format_RGB32);
-    QPainter lPainter(&lImage);
-    lGraph.Paint(lPainter, lImage.size());
-    int lCount = 0;
-    for (int y = 0; y < lImage.height(); ++y) {
-      for (int x = 0; x < lImage.width(); ++x) {
-        const QColor c = lImage.pixelColor(x, y);
-        lCount += c.red() > 0 && c.red() < 255 && c.green() == 0 && c.blue() == 0;
-      }
-    }
-    return lCount;
-  };
-  EXPECT_EQ(lBlends(), 0) << "shades of the line's red mean antialiasing";
-  lGraph.SetAntialiasing(true);
-  EXPECT_GT(lBlends(), 0);
 }
 
 TEST(Graph, AngleInRangeComparesDirectionsModuloAFullTurn)

@@ -10,11 +10,14 @@
 #include "PxSimSensor.h"
 #include "PxSpinBox.h"
 #include "PxTest.h"
+#include "PxTestGallery.h"
+#include "PxTextProperty.h"
 #include "PxUnits.h"
 
 #include <QCheckBox>
 #include <QGroupBox>
 #include <QLabel>
+#include <QScrollArea>
 
 #include <gtest/gtest.h>
 
@@ -78,6 +81,12 @@ TEST_F(ConfigForm, ShowsEverySettingByAreaWithItsIdentifierUnitAndLimits)
   PxUnits::SetUnit(UT_DISTANCE, 2);
   EXPECT_TRUE(EditorOf<QWidget>(ID_DISTANCE_OFFSETS)->toolTip().contains(QStringLiteral("-16.404 to 16.404 ft")));
   PxUnits::SetUnit(UT_DISTANCE, 1);
+
+  // For a person to look at, with two settings changed and not yet applied.
+  dynamic_cast<PxIntegerProperty&>(*mSensor->FindPropertyByDeviceId(ID_LIGHT_POWER)).SetValue(0, 80);
+  dynamic_cast<PxTextProperty&>(*mSensor->FindPropertyByDeviceId(ID_LOCATION)).SetTextValue(0, QStringLiteral("Bay 7"));
+  mForm->resize(static_cast<QScrollArea*>(mForm->widget())->widget()->sizeHint() + QSize(40, 40));
+  EXPECT_TRUE(PxTest::SaveToGallery(mForm.get(), QStringLiteral("widgets_sim_config_form")));
 }
 
 TEST_F(ConfigForm, AChangeIsMarkedUntilAppliedAndThenShowsInTheData)

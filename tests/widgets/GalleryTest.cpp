@@ -1,5 +1,5 @@
-// Pictures of the configuration form and of every bound widget in its states, for a person to
-// look at: <build>/gallery/widgets_*.png.
+// Pictures of every bound widget in its states, for a person to look at:
+// <build>/gallery/widgets_*.png (the table and the configuration form are pictured by their suites).
 
 #include "PxBitEditor.h"
 #include "PxBitFieldEditor.h"
@@ -12,19 +12,13 @@
 #include "PxEnumProperty.h"
 #include "PxFloatProperty.h"
 #include "PxGroupBox.h"
-#include "PxInProcessConnection.h"
 #include "PxIntegerProperty.h"
 #include "PxLabel.h"
 #include "PxLineEdit.h"
 #include "PxPushButton.h"
 #include "PxRadioButton.h"
 #include "PxRadioGroup.h"
-#include "PxSimConfigForm.h"
-#include "PxSimDriver.h"
-#include "PxSimProtocol.h"
-#include "PxSimSensor.h"
 #include "PxSpinBox.h"
-#include "PxTableWidget.h"
 #include "PxTestDevice.h"
 #include "PxTestGallery.h"
 #include "PxTextProperty.h"
@@ -33,8 +27,6 @@
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
-#include <QLabel>
-#include <QScrollArea>
 #include <QSpinBox>
 
 #include <gtest/gtest.h>
@@ -170,47 +162,4 @@ TEST(WidgetsGallery, EveryKindInItsStates)
     EXPECT_TRUE(PxTest::SaveToGallery(&lKinds.mForm, QString::fromLatin1(s.mName)));
     PxUnits::SetUnit(UT_DISTANCE, 1);
   }
-
-  PxFloatProperty lOffsets(SETTING, 7, 7, 4, 65536.0f, 3);
-  lOffsets.SetName(QStringLiteral("Offset"));
-  lOffsets.SetUnitType(UT_DISTANCE);
-  lOffsets.SetCount(16);
-  PxBitFieldProperty lActive(SETTING, 8, 8, 4);
-  lActive.SetName(QStringLiteral("Active"));
-  lActive.SetCount(2);
-  lActive.SetValue(1, 0xB7);
-  lActive.SetEditable(1, 0x0F);
-  for (size_t i = 0; i < 16; ++i) {
-    lOffsets.SetValue(i, 0.125f * static_cast<float>(i) - 0.5f);
-  }
-  lOffsets.SetEditable(10, 0);
-  PxTableWidget lTable;
-  lTable.SetSecondDimension(8);
-  lTable.AddProperty(&lOffsets);
-  lTable.AddProperty(&lActive);
-  QSpinBox lIndexer;
-  lIndexer.setRange(1, 2);
-  lTable.SetIndexer(lIndexer);
-  lIndexer.setValue(2);
-  lTable.resize(260, 300);
-  EXPECT_TRUE(PxTest::SaveToGallery(&lTable, QStringLiteral("widgets_table_second_of_two")));
-}
-
-TEST(WidgetsGallery, SimulatedSensorConfigurationForm)
-{
-  PxUnits::Initialize();
-  PxUnits::SetUnit(UT_DISTANCE, 1);
-  PxSimDriver::Register();
-  PxInProcessConnection lLink;
-  ASSERT_TRUE(lLink.Connect());
-  std::unique_ptr<PxSimSensor> lSensor(dynamic_cast<PxSimSensor*>(PxDevice::Create(PxSimSensor::TYPE, &lLink)));
-  ASSERT_TRUE(lSensor);
-  lSensor->Initialize();
-  PxSimConfigForm lForm(*lSensor);
-  dynamic_cast<PxIntegerProperty&>(*lSensor->FindPropertyByDeviceId(PxSimProtocol::ID_LIGHT_POWER)).SetValue(0, 80);
-  dynamic_cast<PxTextProperty&>(*lSensor->FindPropertyByDeviceId(PxSimProtocol::ID_LOCATION))
-      .SetTextValue(0, QStringLiteral("Bay 7"));
-  auto* lScroll = static_cast<QScrollArea*>(lForm.widget());
-  lForm.resize(lScroll->widget()->sizeHint() + QSize(40, 40));
-  EXPECT_TRUE(PxTest::SaveToGallery(&lForm, QStringLiteral("widgets_sim_config_form")));
 }
