@@ -17,6 +17,7 @@
 #include "PxStaticUi.h"
 #include "PxTest.h"
 #include "PxTestGallery.h"
+#include "PxTestUi.h"
 #include "PxUpdateSelectDialog.h"
 
 #include <QComboBox>
@@ -40,15 +41,7 @@
 #include <unistd.h>
 
 namespace {
-QPushButton* Button(QWidget* aParent, const QString& aText)
-{
-  for (QPushButton* b : aParent->findChildren<QPushButton*>()) {
-    if (b->text() == aText) {
-      return b;
-    }
-  }
-  return nullptr;
-}
+using PxTest::Button;
 
 // The application as a user starts it, on a simulated sensor kept in its own folder.
 class ShellFlow : public ::testing::Test

@@ -11,6 +11,7 @@
 #include "PxTestDevice.h"
 #include "PxTestGallery.h"
 #include "PxTestTransport.h"
+#include "PxTestUi.h"
 #include "PxTextProperty.h"
 
 #include <QComboBox>
@@ -181,13 +182,7 @@ protected:
   // Connects through "Connect..." with the dialog's Connect button, as a user would.
   void ConnectThroughDialog(PtModalScript& aScript, const QList<int>& aThenAnswers = {})
   {
-    aScript.Queue([](QDialog* aDialog) {
-      for (QPushButton* b : aDialog->findChildren<QPushButton*>()) {
-        if (b->text() == QStringLiteral("Connect")) {
-          b->click();
-        }
-      }
-    });
+    aScript.Queue([](QDialog* aDialog) { PxTest::Button(aDialog, QStringLiteral("Connect"))->click(); });
     for (int a : aThenAnswers) {
       aScript.Queue(a);
     }
