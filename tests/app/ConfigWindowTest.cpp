@@ -1,16 +1,24 @@
 #include "ConfigWindow.h"
+
 #include "LiveStatus.h"
-#include "PxDeviceUi.h"
-#include "PxSimConnectionTypes.h"
-#include "PxStaticUi.h"
-#include "StartupConnection.h"
-#include "PxResultState.h"
-#include "PxSensor.h"
-#include "PxSimDriver.h"
 #include "PtModalScript.h"
 #include "PtPreferencesDialog.h"
+#include "PxDataLogger.h"
 #include "PxEntry.h"
+#include "PxFloatProperty.h"
+#include "PxRecorder.h"
+#include "PxResult.h"
+#include "PxResultState.h"
+#include "PxSimConnectionTypes.h"
+#include "PxSimDeviceUi.h"
+#include "PxSimDriver.h"
+#include "PxSimProtocol.h"
+#include "PxSimSensor.h"
+#include "PxStaticUi.h"
 #include "PxTest.h"
+#include "PxTestUi.h"
+#include "SensorView.h"
+#include "StartupConnection.h"
 
 #include <QAction>
 #include <QDir>
@@ -18,12 +26,12 @@
 #include <QMenuBar>
 #include <QSettings>
 #include <QSignalSpy>
-#include <QStatusBar>
+#include <QTemporaryDir>
 #include <QToolBar>
+
 #include <gtest/gtest.h>
 
-namespace
-{
+namespace {
 QStringList MenuTitles(QMainWindow& aWindow)
 {
   QStringList lTitles;
@@ -61,13 +69,26 @@ TEST(ConfigWindow, LibraryMenusAndActionsLandWhereUsersLookForThem)
   EXPECT_TRUE(lWindow.windowTitle().startsWith(QStringLiteral("PX-16 #1234")));
   lWindow.SetDeviceTitle(QString());
   EXPECT_EQ(lWindow.windowTitle(), QStringLiteral("Parvex Configuration"));
+
+  // Settings starts with the preferences, whose dialog has the units page.
+  PtModalScript lScript;
+  bool lHadUnits = false;
+  lScript.Queue([&](QDialog* aDialog) {
+    auto* lDialog = qobject_cast<PtPreferencesDialog*>(aDialog);
+    lHadUnits = lDialog && lDialog->Page(QStringLiteral("Units")) != nullptr;
+  });
+  lWindow.menuBar()->actions().at(3)->menu()->actions().value(0)->trigger();
+  EXPECT_TRUE(lHadUnits);
   PxShutdown();
 }
 
-TEST(ConfigWindow, TicksSteadilyAndClosingCanBeVetoed)
+TEST(ConfigWindow, TicksClosingCanBeVetoedAndGeometryIsKeptBetweenRuns)
 {
+  QSettings().remove(QStringLiteral("MainWindow"));
   ConfigWindow lWindow;
+  lWindow.RestoreWindowSettings();
   lWindow.show();
+  lWindow.setGeometry(40, 50, 777, 555);
   QSignalSpy lTicks(&lWindow, &PxHost::Tick);
   ASSERT_TRUE(lTicks.wait(PxTest::WAIT_MS));
 
@@ -84,60 +105,31 @@ TEST(ConfigWindow, TicksSteadilyAndClosingCanBeVetoed)
   lVeto = false;
   EXPECT_TRUE(lWindow.close());
   EXPECT_EQ(lAsked, 2);
-}
-
-TEST(ConfigWindow, GeometryIsKeptBetweenRuns)
-{
-  QSettings().remove(QStringLiteral("MainWindow"));
-  {
-    ConfigWindow lWindow;
-    lWindow.RestoreWindowSettings();
-    lWindow.show();
-    lWindow.setGeometry(40, 50, 777, 555);
-    ASSERT_TRUE(lWindow.close());
-  }
   ConfigWindow lAgain;
   lAgain.RestoreWindowSettings();
   EXPECT_EQ(lAgain.size(), QSize(777, 555));
 }
 
-TEST(ConfigWindow, PreferencesMenuOpensTheDialogWithTheUnitsPage)
+// What a person does with parvex-config on the simulated sensor, from connecting at start to quitting.
+TEST(ConfigWindow, StartsOnTheSimulatedSensorAndRunsItFromTheMenus)
 {
-  ConfigWindow lWindow;
-  ASSERT_TRUE(PxInit(&lWindow));
-  QAction* lPreferences = nullptr;
-  for (QAction* a : lWindow.menuBar()->actions()) {
-    if (a->text() == QStringLiteral("&Settings")) {
-      lPreferences = a->menu()->actions().value(0);
-    }
-  }
-  ASSERT_NE(lPreferences, nullptr);
-
-  PtModalScript lScript;
-  bool lHadUnits = false;
-  lScript.Queue([&](QDialog* aDialog) {
-    auto* lDialog = qobject_cast<PtPreferencesDialog*>(aDialog);
-    lHadUnits = lDialog && lDialog->Page(QStringLiteral("Units")) != nullptr;
-  });
-  lPreferences->trigger();
-  EXPECT_TRUE(lHadUnits);
-  PxShutdown();
-}
-
-TEST(ConfigWindow, StartsOnTheBuiltInSimulatedSensor)
-{
+  QTemporaryDir lState;
   ConfigWindow lWindow;
   ASSERT_TRUE(PxInit(&lWindow));
   PxSimDriver::Register(&lWindow);
-  PxSimConnectionTypes::SetSimulatorStateDir(PxTest::ScratchDir() + QStringLiteral("/sim-state"));
+  PxSimConnectionTypes::SetSimulatorStateDir(lState.filePath(QStringLiteral("sim")));
+  PxRecorder::SetParameters(PxRecorder::DEFAULT_FLAGS, lState.filePath(QStringLiteral("records")), 500, 60);
+  PxDataLogger::SetParameters(lState.filePath(QStringLiteral("logs")));
   LiveStatus lStatus(lWindow);
+  SensorView lView(lWindow);
   lWindow.resize(900, 560);
   lWindow.show();
   ASSERT_TRUE(ConnectAtStart(lWindow, QStringLiteral("sim")));
-  PxSensor* lSensor = qobject_cast<PxSensor*>(PxStaticUi::Ui()->Device());
-  ASSERT_NE(lSensor, nullptr);
+  auto* lUi = static_cast<PxSimDeviceUi*>(PxStaticUi::Ui());
+  auto* lSensor = static_cast<PxSimSensor*>(lUi->Sensor());
   EXPECT_TRUE(lWindow.windowTitle().contains(lSensor->Name()));
-  EXPECT_EQ(PxStaticUi::Singleton()->ConnectionStatus().trimmed(), PxStaticUi::Ui()->Name());
+  EXPECT_EQ(PxStaticUi::Singleton()->ConnectionStatus().trimmed(), lUi->Name());
+  EXPECT_EQ(lWindow.CentralView(), lView.Graph());
   // The host's tick drives acquisition: frames arrive without anything else being done.
   QSignalSpy lFrames(lSensor->StateProvider(), &PxResultProvider::NewData);
   while (lFrames.count() < 20 && lFrames.wait(PxTest::WAIT_MS)) {
@@ -147,20 +139,49 @@ TEST(ConfigWindow, StartsOnTheBuiltInSimulatedSensor)
   QDir().mkpath(QStringLiteral(PX_GALLERY_DIR));
   EXPECT_TRUE(lWindow.grab().save(QStringLiteral(PX_GALLERY_DIR "/main-window-connected.png")));
 
-  // Quitting disconnects through the library, which stops the status line.
+  const QList<QAction*> lMenus = lWindow.menuBar()->actions();
+  for (const char* lText : {"State", "Raw Traces", "Filtered Traces", "Raw Detections", "Debug", "Settings"}) {
+    QAction* lAction = PxTest::MenuAction(lMenus, QString::fromLatin1(lText));
+    ASSERT_NE(lAction, nullptr) << lText;
+    lAction->trigger();
+    EXPECT_TRUE(lAction->isChecked()) << lText;
+  }
+  EXPECT_EQ(lUi->Windows().size(), 5); // one trace form for both kinds
+
+  // A new refresh rate, applied: the measured rate follows.
+  auto& lRate =
+      static_cast<PxFloatProperty&>(lSensor->Property(PxSimSensor::PropertyId(PxSimProtocol::ID_REFRESH_RATE)));
+  lRate.SetDoubleValue(0, 25.0);
+  lUi->ApplyAction()->trigger();
+  for (int i = 0; i < 20; ++i) {
+    lSensor->Acquire();
+  }
+  EXPECT_NEAR(lSensor->FindResult(PxResultState::RATE_ID)->Value(0), 25.0, 0.01);
+
+  for (const char* lText : {"Start Recording", "Start Data Logging"}) {
+    PxTest::MenuAction(lMenus, QString::fromLatin1(lText))->trigger();
+  }
+  lSensor->Acquire();
+  lUi->RecordAction()->trigger();
+  lUi->LogAction()->trigger();
+  EXPECT_EQ(QDir(lState.filePath(QStringLiteral("records"))).entryList({"*.ptl"}).size(), 1);
+  EXPECT_EQ(QDir(lState.filePath(QStringLiteral("logs"))).entryList({"*.txt"}).size(), 1);
+
+  // Quitting disconnects through the library without a question, which stops the status line.
+  PtModalScript lScript;
   bool lAccept = true;
   Q_EMIT lWindow.QuitRequested(lAccept);
   EXPECT_TRUE(lAccept);
+  EXPECT_TRUE(lScript.Interactions().isEmpty());
   EXPECT_EQ(PxStaticUi::Ui(), nullptr);
+  EXPECT_EQ(lWindow.CentralView(), nullptr);
   EXPECT_TRUE(lStatus.Text().isEmpty());
 
   // A target that is not an address is refused with a message, not a crash.
-  PtModalScript lScript;
   EXPECT_FALSE(ConnectAtStart(lWindow, QStringLiteral("serial://COM1")));
   ASSERT_EQ(lScript.Interactions().size(), 1);
   EXPECT_EQ(lScript.Interactions()[0].mKind, PtModalScript::K_ERROR);
   EXPECT_EQ(PxStaticUi::Ui(), nullptr);
   PxShutdown();
 }
-
 } // namespace
