@@ -3,14 +3,18 @@
 #include "PxControlConnection.h"
 #include "PxDebugForm.h"
 #include "PxFloatProperty.h"
+#include "PxLabel.h"
 #include "PxSimConnectionTypes.h"
 #include "PxSimDriver.h"
 #include "PxSimProtocol.h"
 #include "PxSimSensor.h"
+#include "PxSystemStateForm.h"
 #include "PxTest.h"
 #include "PxTestGallery.h"
+#include "PxTestUi.h"
 
 #include <QComboBox>
+#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -23,16 +27,7 @@
 #include <memory>
 
 namespace {
-void Click(QWidget& aParent, const QString& aText)
-{
-  for (QPushButton* lButton : aParent.findChildren<QPushButton*>()) {
-    if (lButton->text() == aText) {
-      lButton->click();
-    }
-  }
-}
-
-// The simulated sensor connected in-process, as the maintenance windows find it.
+// The simulated sensor connected in-process, as the maintenance and state windows find it.
 class Maintenance : public ::testing::Test
 {
 protected:
@@ -139,7 +134,7 @@ TEST_F(Maintenance, CalibrationEditorWritesSavesAndLoadsTheCalibration)
     PtModalScript lScript;
     lScript.Queue(lFile);
     lScript.Queue(QStringLiteral("bench offsets"));
-    Click(lEditor, QStringLiteral("Save..."));
+    PxTest::Button(&lEditor, QStringLiteral("Save..."))->click();
     EXPECT_EQ(lScript.Pending(), 0);
   }
   Offsets().SetDoubleValue(3, -1.0);
@@ -150,7 +145,7 @@ TEST_F(Maintenance, CalibrationEditorWritesSavesAndLoadsTheCalibration)
     PtModalScript lScript;
     lScript.Queue(lFile);
     lScript.Queue(lAnswer);
-    Click(lEditor, QStringLiteral("Load..."));
+    PxTest::Button(&lEditor, QStringLiteral("Load..."))->click();
     ASSERT_EQ(lScript.Interactions().size(), 2);
     EXPECT_EQ(lScript.Interactions()[1].mText.section(QLatin1Char(','), 0, 1),
               QStringLiteral("This calibration was saved from %1, serial number %2")
@@ -166,5 +161,34 @@ TEST_F(Maintenance, CalibrationEditorWritesSavesAndLoadsTheCalibration)
   EXPECT_TRUE(PxTest::SaveToGallery(&lEditor, QStringLiteral("calibration-editor")));
   lEditor.reject();
   EXPECT_FALSE(mSensor->PropertyModified());
+}
+
+TEST_F(Maintenance, SystemStateFormFollowsTheSimulatedSensorsState)
+{
+  PxSimSensor* lSensor = mSensor.get();
+  PxSystemStateForm lForm;
+  lForm.SetSensor(lSensor);
+  // The form's subscription makes the acquisition fetch the state group.
+  EXPECT_TRUE(lSensor->DataMask() & 2);
+  for (int i = 0; i < 40; ++i) {
+    lSensor->Acquire();
+  }
+  EXPECT_TRUE(lForm.VersionLabel()->text().startsWith(QStringLiteral("Version: FPGA: 1.3  Software: 212 (")));
+  EXPECT_EQ(lForm.PartNumbersLabel()->text(), QStringLiteral("Part Numbers: Hardware: 74E0016-2  Software: ") +
+                                                  lSensor->SoftwarePartNumber().TextValue(0));
+  EXPECT_FALSE(lForm.ElapsedTimeLabel()->text().isEmpty());
+  // The frame counter is the simulated sensor's diagnostic value: it gets the "Debug" group.
+  ASSERT_FALSE(lForm.DebugGroup()->isHidden());
+  auto* lFrames = lForm.DebugGroup()->findChild<PxLabel*>();
+  ASSERT_NE(lFrames, nullptr);
+  EXPECT_EQ(lFrames->text(), QStringLiteral("Frame Counter: 39"));
+  QStringList lShown;
+  for (PxLabel* lLabel : lForm.ResultLabels()) {
+    lShown << lLabel->text().section(QLatin1Char(':'), 0, 0);
+  }
+  EXPECT_EQ(lShown,
+            (QStringList{"Acquisition State", "Temperature", "Processor Load", "Measurement Rate", "Frame Counter"}));
+  lForm.resize(640, 420);
+  EXPECT_TRUE(PxTest::SaveToGallery(&lForm, QStringLiteral("system-state-form")));
 }
 } // namespace

@@ -1,22 +1,13 @@
-#include "PxControlConnection.h"
 #include "PxIntegerProperty.h"
-#include "PxLabel.h"
 #include "PxResultState.h"
-#include "PxSimConnectionTypes.h"
-#include "PxSimDriver.h"
-#include "PxSimSensor.h"
 #include "PxSystemStateForm.h"
 #include "PxTest.h"
-#include "PxTestGallery.h"
 #include "PxTestSensor.h"
 #include "PxTestTransport.h"
 
-#include <QGroupBox>
 #include <QLabel>
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
-#include <memory>
 
 namespace {
 // A sensor with the property the state form keeps current, counting how often it is read again.
@@ -84,40 +75,4 @@ TEST(SystemStateForm, RefreshesItsPropertyOnlyWhileTheSensorIsLive)
   }
 }
 
-TEST(SystemStateForm, FollowsTheSimulatedSensorsState)
-{
-  QTemporaryDir lState;
-  PxSimDriver::Register(nullptr); // the sensor type, without a host to tick it
-  PxSimConnectionTypes::SetSimulatorStateDir(lState.path());
-  PxControlConnection* lLink = PxSimConnectionTypes::CreateSimulatorConnection();
-  ASSERT_TRUE(lLink->Connect());
-  std::unique_ptr<PxSimSensor> lSensor(static_cast<PxSimSensor*>(PxDevice::Create(PxSimSensor::TYPE, lLink)));
-  ASSERT_TRUE(lSensor);
-  lLink->setParent(lSensor.get());
-  lSensor->Initialize();
-  PxSystemStateForm lForm;
-  lForm.SetSensor(lSensor.get());
-  // The form's subscription makes the acquisition fetch the state group.
-  EXPECT_TRUE(lSensor->DataMask() & 2);
-  for (int i = 0; i < 40; ++i) {
-    lSensor->Acquire();
-  }
-  EXPECT_TRUE(lForm.VersionLabel()->text().startsWith(QStringLiteral("Version: FPGA: 1.3  Software: 212 (")));
-  EXPECT_EQ(lForm.PartNumbersLabel()->text(), QStringLiteral("Part Numbers: Hardware: 74E0016-2  Software: ") +
-                                                  lSensor->SoftwarePartNumber().TextValue(0));
-  EXPECT_FALSE(lForm.ElapsedTimeLabel()->text().isEmpty());
-  // The frame counter is the simulated sensor's diagnostic value: it gets the "Debug" group.
-  ASSERT_FALSE(lForm.DebugGroup()->isHidden());
-  auto* lFrames = lForm.DebugGroup()->findChild<PxLabel*>();
-  ASSERT_NE(lFrames, nullptr);
-  EXPECT_EQ(lFrames->text(), QStringLiteral("Frame Counter: 39"));
-  QStringList lShown;
-  for (PxLabel* lLabel : lForm.ResultLabels()) {
-    lShown << lLabel->text().section(QLatin1Char(':'), 0, 0);
-  }
-  EXPECT_EQ(lShown,
-            (QStringList{"Acquisition State", "Temperature", "Processor Load", "Measurement Rate", "Frame Counter"}));
-  lForm.resize(640, 420);
-  EXPECT_TRUE(PxTest::SaveToGallery(&lForm, QStringLiteral("system-state-form")));
-}
 } // namespace
