@@ -156,18 +156,32 @@ QStringList Leftovers()
 }
 } // namespace
 
-TEST(DeviceFiles, ConfigurationComesBackWithItsHeader)
+TEST(DeviceFiles, ConfigurationComesBackWithItsHeaderInItsLayout)
 {
   RichDevice lSaved;
   lSaved.Fill(1);
+  // Header texts count UTF-16 code units: 6 here, for 8 bytes of UTF-8.
+  lSaved.DeviceName().SetTextValue(0, QStringLiteral("Tête Ω"));
   const QString lFile = Path(QStringLiteral("round.pto"));
+  const QString lCalibration = Path(QStringLiteral("layout.cal"));
   const QDateTime lBefore = QDateTime::currentDateTime().addSecs(-1);
   lSaved.SaveConfiguration(lFile, QStringLiteral("tuned on the roof"));
+  lSaved.SaveCalibration(lCalibration, QStringLiteral("c"));
+
+  // Every saved property of categories 0 to 2 that has values (the FPGA version among the
+  // built-ins); neither the name nor the other state values, whatever their F_SAVE, nor the
+  // unsaved one. Calibration files nest their two categories in section 2.
+  EXPECT_EQ(Outline(lFile), QStringLiteral("1{21:8x1 22:1x6 23:1x17 24:1x4} 2{4351:2x1 5000:2x3 5001:4x2 "
+                                           "5002:1x2 5003:1x1 5004:12x1 5005:1x6 5006:4x1}"));
+  EXPECT_EQ(Outline(lCalibration), QStringLiteral("1{21:8x1 22:1x6 23:1x1 24:1x4} 2{259{5001:4x2 5004:12x1} "
+                                                  "288{5002:1x2 5005:1x6}}"));
+  EXPECT_EQ(PtDocumentReader(lFile).DocumentType(), PxTestDevice::CONFIGURATION_DOCUMENT);
+  EXPECT_EQ(PtDocumentReader(lCalibration).DocumentType(), PxTestDevice::CALIBRATION_DOCUMENT);
 
   RichDevice lLoaded;
   lLoaded.Fill(2);
   const PxDevice::FileHeader lHeader = Load(lLoaded, lFile);
-  EXPECT_EQ(lHeader.mName, QStringLiteral("Unit 1"));
+  EXPECT_EQ(lHeader.mName, QStringLiteral("Tête ")) << "the name is cut by its surplus bytes, as files always had it";
   EXPECT_EQ(lHeader.mComment, QStringLiteral("tuned on the roof"));
   EXPECT_EQ(lHeader.mSerialNumber, QStringLiteral("SN-1"));
   EXPECT_TRUE(lHeader.mDate >= lBefore && lHeader.mDate <= QDateTime::currentDateTime())
@@ -186,33 +200,6 @@ TEST(DeviceFiles, ConfigurationComesBackWithItsHeader)
   EXPECT_FALSE(lLoaded.mInteger.Editable(0));
   EXPECT_EQ(lLoaded.mCalls, (QStringList{QStringLiteral("UpdateEditables"), QStringLiteral("WriteConfiguration"),
                                          QStringLiteral("ApplyConfiguration")}));
-}
-
-TEST(DeviceFiles, LayoutOfSectionsElementsAndUnitSizes)
-{
-  RichDevice lDevice;
-  lDevice.Fill(1);
-  // Header texts count UTF-16 code units: 6 here, for 8 bytes of UTF-8.
-  lDevice.DeviceName().SetTextValue(0, QStringLiteral("Tête Ω"));
-  const QString lConfiguration = Path(QStringLiteral("layout.pto"));
-  const QString lCalibration = Path(QStringLiteral("layout.cal"));
-  lDevice.SaveConfiguration(lConfiguration, QStringLiteral("über"));
-  lDevice.SaveCalibration(lCalibration, QStringLiteral("c"));
-
-  // Every saved property of categories 0 to 2 that has values (the FPGA version among the
-  // built-ins); neither the name nor the other state values, whatever their F_SAVE, nor the
-  // unsaved one. Calibration files nest their two categories in section 2.
-  EXPECT_EQ(Outline(lConfiguration), QStringLiteral("1{21:8x1 22:1x6 23:1x4 24:1x4} 2{4351:2x1 5000:2x3 5001:4x2 "
-                                                    "5002:1x2 5003:1x1 5004:12x1 5005:1x6 5006:4x1}"));
-  EXPECT_EQ(Outline(lCalibration), QStringLiteral("1{21:8x1 22:1x6 23:1x1 24:1x4} 2{259{5001:4x2 5004:12x1} "
-                                                  "288{5002:1x2 5005:1x6}}"));
-
-  EXPECT_EQ(PtDocumentReader(lConfiguration).DocumentType(), PxTestDevice::CONFIGURATION_DOCUMENT);
-  EXPECT_EQ(PtDocumentReader(lCalibration).DocumentType(), PxTestDevice::CALIBRATION_DOCUMENT);
-  PtDocumentReader lReader(lConfiguration);
-  PxDevice::FileHeader lRead;
-  lDevice.PreLoadFile(lReader, lRead);
-  EXPECT_EQ(lRead.mName, QStringLiteral("Tête ")) << "the name is cut by its surplus bytes, as files always had it";
 }
 
 TEST(DeviceFiles, OlderHeadersAndUnknownIdsLoadWhatIsKnown)

@@ -2,6 +2,7 @@
 #include "PtPreferencesDialog.h"
 #include "PxTest.h"
 #include "PxTestGallery.h"
+#include "PxTestUi.h"
 #include "PxUnits.h"
 
 #include <QGroupBox>
@@ -20,6 +21,8 @@ void PrintTo(const QString& aText, std::ostream* aStream)
 }
 
 namespace {
+using PxTest::Button;
+
 QRadioButton* Choice(QWidget* aPage, const QString& aText)
 {
   for (QRadioButton* lButton : aPage->findChildren<QRadioButton*>()) {
@@ -44,16 +47,6 @@ QStringList Checked(QDialog* aDialog)
     }
   }
   return lChecked;
-}
-
-QPushButton* Button(QWidget* aDialog, const QString& aText)
-{
-  for (QPushButton* lButton : aDialog->findChildren<QPushButton*>()) {
-    if (lButton->text().remove(QLatin1Char('&')) == aText) {
-      return lButton;
-    }
-  }
-  return nullptr;
 }
 
 class Units : public ::testing::Test
@@ -202,11 +195,19 @@ TEST_F(Units, BadUnitIsReportedYetStoredAndAnnounced)
   }
 }
 
-TEST_F(Units, PreferencesOkAppliesAndSavesTheChoice)
+// OK applies and saves the choice, Cancel keeps what was there and writes nothing; each time it
+// opens, the page shows the current choice under its two headings.
+TEST_F(Units, PreferencesOkAppliesAndSavesTheChoiceAndCancelChangesNothing)
 {
   QSignalSpy lChanged(PxUnits::Singleton(), &PxUnits::Changed);
   QStringList lShown;
   PtModalScript lScript;
+  lScript.Queue([&](QDialog* aDialog) {
+    Choice(aDialog, QStringLiteral("Foot"))->click();
+    Choice(aDialog, QStringLiteral("Fahrenheit"))->click();
+    Button(aDialog, QStringLiteral("Cancel"))->click();
+  });
+  lScript.Queue([](QDialog* aDialog) { Choice(aDialog, QStringLiteral("Foot"))->click(); }); // then closed
   lScript.Queue([&](QDialog* aDialog) {
     lShown += Checked(aDialog);
     Choice(aDialog, QStringLiteral("Foot"))->click();
@@ -216,16 +217,23 @@ TEST_F(Units, PreferencesOkAppliesAndSavesTheChoice)
   lScript.Queue([&](QDialog* aDialog) {
     lShown += Checked(aDialog);
     Choice(aDialog, QStringLiteral("Fahrenheit"))->click();
+    // The "Units" page as the user sees it, for a person to look at.
+    EXPECT_TRUE(PxTest::SaveToGallery(aDialog, QStringLiteral("preferences_units")));
     Button(aDialog, QStringLiteral("OK"))->click();
   });
   lScript.Queue([&](QDialog* aDialog) { lShown += Checked(aDialog); }); // then closed
   {
     PtPreferencesDialog lDialog;
+    EXPECT_EQ(lDialog.exec(), QDialog::Rejected);
+    EXPECT_EQ(lDialog.exec(), QDialog::Rejected);
+    EXPECT_EQ(lChanged.count(), 0);
+    EXPECT_EQ(PxUnits::Unit(UT_DISTANCE), 1);
+    EXPECT_EQ(PxUnits::Unit(UT_TEMPERATURE), 1);
+    EXPECT_FALSE(HasSetting("DistanceUnit"));
     EXPECT_EQ(lDialog.exec(), QDialog::Accepted);
     EXPECT_EQ(lDialog.exec(), QDialog::Accepted);
     EXPECT_EQ(lDialog.exec(), QDialog::Rejected);
   }
-  // Each time it opens, the page shows the current choice under its two headings.
   EXPECT_EQ(lShown, (QStringList{QStringLiteral("Distance: Meter"), QStringLiteral("Temperature: Celsius"),
                                  QStringLiteral("Distance: Foot"), QStringLiteral("Temperature: Kelvin"),
                                  QStringLiteral("Distance: Foot"), QStringLiteral("Temperature: Fahrenheit")}));
@@ -241,35 +249,5 @@ TEST_F(Units, PreferencesOkAppliesAndSavesTheChoice)
   EXPECT_EQ(lSettings.value(QStringLiteral("Units/DistanceUnit")).toInt(), 2);
   EXPECT_EQ(lSettings.value(QStringLiteral("Units/TemperatureUnit")).toInt(), 2);
   EXPECT_FALSE(lSettings.contains(QStringLiteral("Units/SpeedUnit")));
-}
-
-TEST_F(Units, PreferencesCancelChangesNothingAndWritesNothing)
-{
-  QSignalSpy lChanged(PxUnits::Singleton(), &PxUnits::Changed);
-  PtModalScript lScript;
-  lScript.Queue([](QDialog* aDialog) {
-    Choice(aDialog, QStringLiteral("Foot"))->click();
-    Choice(aDialog, QStringLiteral("Fahrenheit"))->click();
-    Button(aDialog, QStringLiteral("Cancel"))->click();
-  });
-  lScript.Queue([](QDialog* aDialog) { Choice(aDialog, QStringLiteral("Foot"))->click(); }); // then closed
-  PtPreferencesDialog lDialog;
-  EXPECT_EQ(lDialog.exec(), QDialog::Rejected);
-  EXPECT_EQ(lDialog.exec(), QDialog::Rejected);
-  EXPECT_EQ(lChanged.count(), 0);
-  EXPECT_EQ(PxUnits::Unit(UT_DISTANCE), 1);
-  EXPECT_EQ(PxUnits::Unit(UT_TEMPERATURE), 1);
-  EXPECT_FALSE(HasSetting("DistanceUnit"));
-}
-
-// The "Units" page as the user sees it, for a person to look at.
-TEST_F(Units, GalleryShowsThePreferencesDialogWithTheUnitsPage)
-{
-  PxUnits::SetUnit(UT_TEMPERATURE, 2);
-  bool lSaved = false;
-  PtModalScript lScript;
-  lScript.Queue([&](QDialog* aDialog) { lSaved = PxTest::SaveToGallery(aDialog, QStringLiteral("preferences_units")); });
-  PtPreferencesDialog().exec();
-  EXPECT_TRUE(lSaved);
 }
 } // namespace
