@@ -8,6 +8,7 @@
 #include "PtRadioPrompt.h"
 #include "PtTextPrompt.h"
 #include "PxTest.h"
+#include "PxTestGallery.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -50,6 +51,11 @@ void WhenModal(std::function<void(QWidget*)> aAction)
     }
   });
   lTimer->start();
+}
+
+void Save(QWidget* aWidget, const char* aName)
+{
+  EXPECT_TRUE(PxTest::SaveToGallery(aWidget, QLatin1String(aName))) << aName;
 }
 
 template <class T>
@@ -123,20 +129,25 @@ TEST(ModalScript, QueuedAnswersAreTakenInOrderAndEveryInteractionIsReadBack)
   }
 }
 
-TEST(RadioPrompt, ReturnsTheValueOfTheItemTheUserPicked)
+TEST(Prompts, ReturnTheValueOfTheItemTheUserPickedAndShowTheirQuestion)
 {
-  PtRadioPrompt lPrompt(nullptr, QStringLiteral("Guide"),
+  PtRadioPrompt lPrompt(nullptr, QStringLiteral("Parvex Configuration"),
                         QStringLiteral("Please select the document you want to display:"));
-  lPrompt.AddItem(QStringLiteral("Guide A"), 0);
-  lPrompt.AddItem(QStringLiteral("Guide B"), 5);
-  lPrompt.AddItem(QStringLiteral("Guide C"), -2);
-  // Unscripted: the user clicks the third item and OK.
+  lPrompt.AddItem(QStringLiteral("PX-16 User Guide"), 0);
+  lPrompt.AddItem(QStringLiteral("Parvex Configuration Software Guide"), 2);
+  // Unscripted: the user clicks the second item and OK.
   WhenModal([](QWidget* aPrompt) {
-    FindByText<QRadioButton>(aPrompt, QStringLiteral("Guide C"))->click();
+    Save(aPrompt, "radio_prompt");
+    FindByText<QRadioButton>(aPrompt, QStringLiteral("Parvex Configuration Software Guide"))->click();
     FindByText<QPushButton>(aPrompt, QStringLiteral("OK"))->click();
   });
   EXPECT_EQ(lPrompt.exec(), QDialog::Accepted);
-  EXPECT_EQ(lPrompt.Value(), -2);
+  EXPECT_EQ(lPrompt.Value(), 2) << "the item's value, not its row";
+
+  PtModalScript lScript;
+  lScript.Queue([](QDialog* aDialog) { Save(aDialog, "text_prompt"); });
+  QString lComment = QStringLiteral("mounted on the north gate");
+  PtTextPrompt::Ask(nullptr, QStringLiteral("Enter comment"), QStringLiteral("Comment (optional):"), &lComment);
 }
 
 TEST(PreferencesDialog, OpenComesBeforeShowingAndClosedTellsOkFromCancel)
@@ -179,16 +190,16 @@ TEST(ErrorLog, KeepsTimestampedEntriesThatTheFormShowsAndCopies)
 {
   PtErrorLogForm::Clear();
   const QDateTime lBefore = QDateTime::currentDateTime().addSecs(-1);
-  PtErrorLogForm::LogError(QStringLiteral("Cannot open port"));
+  PtErrorLogForm::LogError(QStringLiteral("Cannot open serial port /dev/ttyUSB0: permission denied."));
   try {
-    PtThrow<std::runtime_error>(1003, QStringLiteral("Protocol error"));
+    PtThrow<std::runtime_error>(1003, QStringLiteral("The answer to request 0x0112 came too late."));
   } catch (const std::exception& e) {
     PtErrorLogForm::LogError(e);
   }
   const QList<PtErrorLogForm::Entry> lEntries = PtErrorLogForm::Entries();
   ASSERT_EQ(lEntries.size(), 2);
   EXPECT_EQ(lEntries.at(1).mCode, 1003u);
-  EXPECT_EQ(lEntries.at(1).mText, QStringLiteral("Protocol error"));
+  EXPECT_EQ(lEntries.at(1).mText, QStringLiteral("The answer to request 0x0112 came too late."));
   EXPECT_GE(lEntries.at(1).mTime, lBefore);
 
   QWidget lHost;
@@ -202,6 +213,7 @@ TEST(ErrorLog, KeepsTimestampedEntriesThatTheFormShowsAndCopies)
   EXPECT_TRUE(lLines.at(1).contains(QStringLiteral("[1003]")));
   EXPECT_TRUE(lLines.at(2).endsWith(QStringLiteral("Link lost")));
   EXPECT_TRUE(lLines.at(0).startsWith(lEntries.at(0).mTime.toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"))));
+  Save(lForm, "error_log_form");
 
   FindByText<QPushButton>(lForm, QStringLiteral("Copy"))->click();
   EXPECT_EQ(QApplication::clipboard()->text(), lForm->Text());
