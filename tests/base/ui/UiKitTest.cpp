@@ -136,8 +136,9 @@ TEST(Prompts, ReturnTheValueOfTheItemTheUserPickedAndShowTheirQuestion)
   lPrompt.AddItem(QStringLiteral("PX-16 User Guide"), 0);
   lPrompt.AddItem(QStringLiteral("Parvex Configuration Software Guide"), 2);
   // Unscripted: the user clicks the second item and OK.
-  WhenModal([](QWidget* aPrompt) {
+  WhenModal([&](QWidget* aPrompt) {
     Save(aPrompt, "radio_prompt");
+    EXPECT_EQ(lPrompt.Value(), 0) << "the first item is the choice until the user picks another";
     FindByText<QRadioButton>(aPrompt, QStringLiteral("Parvex Configuration Software Guide"))->click();
     FindByText<QPushButton>(aPrompt, QStringLiteral("OK"))->click();
   });
