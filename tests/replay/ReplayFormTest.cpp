@@ -1,10 +1,10 @@
 #include "PtModalScript.h"
 #include "PxEchoForm.h"
 #include "PxRecordPlayerForm.h"
-#include "ReplayTestUi.h"
 #include "PxStaticUi.h"
 #include "PxTest.h"
 #include "PxTestGallery.h"
+#include "ReplayTestUi.h"
 
 #include <QAction>
 #include <QCoreApplication>
@@ -307,9 +307,9 @@ TEST(ReplayInTheApplication, ReplayedSensorHasTheSensorFormsViewsOnlyUntilTheRep
     EXPECT_TRUE(lViewTexts().contains(QStringLiteral("Raw Detections")));
     EXPECT_FALSE(lApp->ConnectAction()->isEnabled());
     EXPECT_EQ(lApp->ConnectionStatus(), QStringLiteral(" Replay: %1 ").arg(QFileInfo(lFile).fileName()));
-    for (QAction* lAction : {lUi->ApplyAction(), lUi->UndoAction(), lUi->LoadAction(), lUi->ResetAction(),
-                             lUi->UpdateAction(), lUi->RecordAction(), lUi->LogAction(), lUi->DebugAction(),
-                             lUi->CalibrationAction()}) {
+    for (QAction* lAction :
+         {lUi->ApplyAction(), lUi->UndoAction(), lUi->LoadAction(), lUi->ResetAction(), lUi->UpdateAction(),
+          lUi->RecordAction(), lUi->LogAction(), lUi->DebugAction(), lUi->CalibrationAction()}) {
       EXPECT_FALSE(lAction->isEnabled()) << lAction->text().toStdString();
     }
     if (lFirst) {
