@@ -25,7 +25,8 @@ void SensorView::UiChanged()
   // The graph watches the sensor: it goes before a sensor that is going.
   mWindow.SetCentralView(nullptr);
   delete mGraph;
-  PxDeviceUi* lUi = PxStaticUi::Ui();
+  // A replayed sensor is shown like a connected one.
+  PxDeviceUi* lUi = PxStaticUi::Ui() ? PxStaticUi::Ui() : PxStaticUi::ReplayUi();
   auto* lSensor = lUi ? qobject_cast<PxSensor*>(lUi->Device()) : nullptr;
   if (!lSensor) {
     return;

@@ -49,6 +49,11 @@ PxDockWidget* PxSimDeviceUi::RequestWindow(unsigned int aId, unsigned int aFlags
   if (aId != PxSimConfigForm::PERMANENT_ID) {
     return PxSensorUi::RequestWindow(aId, aFlags);
   }
+  // A layout saved while connected opens no editor on a replayed sensor: its settings are the
+  // record's, not the user's to change.
+  if (!Sensor()->IsLive()) {
+    return nullptr;
+  }
   if (!FindWindow(static_cast<int>(mSettingsId))) {
     MIConfigurationSettingsTriggered();
   }

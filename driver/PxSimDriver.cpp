@@ -6,6 +6,7 @@
 #include "PxRecordPlayer.h"
 #include "PxSerialPortListener.h"
 #include "PxSimConnectionTypes.h"
+#include "PxSimDeviceUi.h"
 #include "PxSimModbusListener.h"
 #include "PxSimModbusMap.h"
 #include "PxSimSensor.h"
@@ -15,6 +16,18 @@
 
 namespace {
 bool sRegistered = false;
+
+// Replays a Parvex 16 record with the UI a connected Parvex 16 gets.
+class PxSimRecordPlayer : public PxRecordPlayer
+{
+public:
+  using PxRecordPlayer::PxRecordPlayer;
+  PxDeviceUi* CreateDeviceUi(PxSensor* aSensor) override
+  {
+    return new PxSimDeviceUi(static_cast<PxSimSensor*>(aSensor));
+  }
+};
+
 // Guarded: a sensor made after the window closed simply has no tick.
 QPointer<PxHost> sHost;
 } // namespace
@@ -39,7 +52,7 @@ void PxSimDriver::Register(PxHost* aHost)
 PxRecordPlayer* PxSimDriver::CreatePlayer(const QString& aFileName)
 {
   // A replayed sensor has no link: it is fed by the player, never by the device.
-  return new PxRecordPlayer(aFileName, new PxSimSensor(nullptr));
+  return new PxSimRecordPlayer(aFileName, new PxSimSensor(nullptr));
 }
 
 PxDevice* PxSimDriver::CreateSensor(PxConnection* aConnection)

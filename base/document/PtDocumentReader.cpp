@@ -818,7 +818,9 @@ bool PtDocumentReader::Extract(size_t aLeading, size_t aFirst, size_t aLast, con
     for (size_t i = aFirst; i <= aLast; ++i) {
       lCopy(i);
     }
-    if (aLast + 1 < lCount) {
+    // A finished document's last main section is its writer's closing one; a cut document has
+    // none, its last main section is content like the others and goes only when asked for.
+    if (d->mClosed && aLast + 1 < lCount) {
       lCopy(lCount - 1);
     }
     lWriter.EndLastSection();

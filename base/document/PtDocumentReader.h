@@ -93,10 +93,11 @@ public:
   bool IsIndexSection() const;
 
   // Writes a new document of the same type holding main sections 0 to aLeading - 1, then aFirst
-  // to aLast, then the document's last main section when it is not already among them (record
-  // files end with an empty closing section that players count on). Sections are copied as they
-  // are. False, and no file written, when the range is not aLeading <= aFirst <= aLast <
-  // MainSectionCount(). The cursor does not move.
+  // to aLast, then, for a document its writer finished (WasClosed()), the last main section when
+  // it is not already among them (record files end with an empty closing section that players
+  // count on; a cut file has none to copy). Sections are copied as they are. False, and no file
+  // written, when the range is not aLeading <= aFirst <= aLast < MainSectionCount(). The cursor
+  // does not move.
   bool Extract(size_t aLeading, size_t aFirst, size_t aLast, const QString& aFileName);
 
 private:

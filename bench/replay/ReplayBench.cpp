@@ -1,7 +1,8 @@
 // The replay form and the serial-port viewer against their limits:
 // - playing "as fast as possible" a record with state, echoes and 16 traces of 512 samples, in
-//   frames per second, alone (/0) and with the trace and echo views open (/1), against the
-//   player's own ReadNext on the same file; target at least 500 frames/s with the views;
+//   frames per second, alone (/0) and with the replayed sensor's state, trace and echo forms open
+//   from its UI (/1), against the player's own ReadNext on the same file; target at least 500
+//   frames/s with the forms;
 // - a seek by the position slider to a random frame of a 360 000-frame record (an hour at
 //   100 Hz), until the form has painted it: median and worst, target under 50 ms;
 // - the serial viewer polling 64 registers at 10 Hz at 115 200 baud over a socat pseudo-terminal
@@ -9,13 +10,16 @@
 //   Needs socat; skipped without it.
 #include "PtModbus.h"
 #include "PxRecordPlayerForm.h"
+#include "PxSensorUi.h"
 #include "PxSerialPortForm.h"
 #include "PxSerialPortListener.h"
 #include "PxSimDevice.h"
 #include "PxSimDriver.h"
 #include "PxSimModbusMap.h"
 #include "PxSimModbusSlave.h"
+#include "PxStaticUi.h"
 #include "RecordingTestSupport.h"
+#include "ReplayTestUi.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -41,27 +45,39 @@ void BM_FormPlaysAsFastAsPossible(benchmark::State& aState)
 {
   QTemporaryDir lDir;
   const QString lFile = RecordSynthetic(lDir.path(), 2000, 16, 512, 4095);
-  RegisterTestPlayer();
-  PxRecordPlayerForm lForm(nullptr);
-  lForm.resize(640, 360);
-  lForm.show();
-  lForm.OpenFile(lFile);
+  ReplayTest::RegisterUiPlayer();
+  // The forms come with the sensor's UI, which lives in the application's window.
+  ReplayTest::ReplayHost lHost;
   if (aState.range(0) != 0) {
-    // The views a user watches a replay with (no state form exists yet).
-    lForm.PBTracesClicked();
-    lForm.PBEchoesClicked();
+    PxStaticUi::Initialize(&lHost);
+    lHost.show();
   }
-  lForm.SetSpeed(PxRecordPlayerForm::SPEED_AS_FAST_AS_POSSIBLE);
+  auto lForm = std::make_unique<PxRecordPlayerForm>(nullptr);
+  lForm->resize(640, 360);
+  lForm->show();
+  lForm->OpenFile(lFile);
+  if (auto* lUi = qobject_cast<PxSensorUi*>(lForm->Ui())) {
+    // The forms a user watches a replay with.
+    for (QAction* lView : {lUi->StateAction(), lUi->RawTracesAction(), lUi->EchoesAction()}) {
+      lView->trigger();
+    }
+    if (lUi->Windows().size() != 3) {
+      aState.SkipWithError("the replayed sensor's forms did not open");
+    }
+  }
+  lForm->SetSpeed(PxRecordPlayerForm::SPEED_AS_FAST_AS_POSSIBLE);
   qint64 lFrames = 0;
   for (auto _ : aState) {
-    lForm.PBFirstClicked();
-    QSignalSpy lPlaying(&lForm, &PxRecordPlayerForm::PlayingChanged);
-    lForm.PBPlayClicked();
+    lForm->PBFirstClicked();
+    QSignalSpy lPlaying(lForm.get(), &PxRecordPlayerForm::PlayingChanged);
+    lForm->PBPlayClicked();
     while (lPlaying.size() < 2 && lPlaying.wait(WAIT_MS)) {
     }
-    lFrames += static_cast<qint64>(lForm.Player()->RecordSize());
+    lFrames += static_cast<qint64>(lForm->Player()->RecordSize());
   }
   aState.counters["frames_per_s"] = benchmark::Counter(static_cast<double>(lFrames), benchmark::Counter::kIsRate);
+  lForm.reset();
+  PxStaticUi::Shutdown();
 }
 BENCHMARK(BM_FormPlaysAsFastAsPossible)->Arg(0)->Arg(1)->Iterations(3)->Unit(benchmark::kMillisecond)->UseRealTime();
 
@@ -70,7 +86,7 @@ void BM_PlayerReadsAsFastAsPossible(benchmark::State& aState)
 {
   QTemporaryDir lDir;
   const QString lFile = RecordSynthetic(lDir.path(), 2000, 16, 512, 4095);
-  RegisterTestPlayer();
+  ReplayTest::RegisterUiPlayer();
   std::unique_ptr<PxRecordPlayer> lPlayer(PxRecordPlayer::CreateFromFile(lFile));
   lPlayer->Start();
   qint64 lFrames = 0;
@@ -89,7 +105,7 @@ void BM_SliderSeekShown(benchmark::State& aState)
   const PtU32 lFrames = static_cast<PtU32>(aState.range(0));
   QTemporaryDir lDir;
   const QString lFile = RecordSynthetic(lDir.path(), lFrames, 0, 0, 4095);
-  RegisterTestPlayer();
+  ReplayTest::RegisterUiPlayer();
   PxRecordPlayerForm lForm(nullptr);
   lForm.resize(640, 360);
   lForm.show();

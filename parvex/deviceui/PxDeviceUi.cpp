@@ -43,7 +43,10 @@ PxDeviceUi::PxDeviceUi(PxDevice* aDevice)
     connect(aDevice->Connection(), &PxConnection::Disconnected, this, &PxDeviceUi::ConnectionDisconnected);
   }
 
-  mHostObject = lHost->CreateDeviceContext();
+  // What the host shows per connection: a replayed device has none.
+  if (aDevice->IsLive()) {
+    mHostObject = lHost->CreateDeviceContext();
+  }
   lHost->AddToolBarAction(&mApply);
   lHost->AddToolBarAction(&mUndo);
   lHost->AddFileAction(&mLoad);
@@ -78,6 +81,13 @@ void PxDeviceUi::UpdateControls()
   mLoad.setEnabled(mDevice->CanModifyConfiguration());
   mReset.setVisible(true);
   mUpdate.setVisible(true);
+  // A replayed device has no link to write, reset or update through. Saving its configuration
+  // to a file stays: it is the configuration the record was made with.
+  const bool lLive = mDevice->IsLive();
+  mApply.setEnabled(lLive);
+  mUndo.setEnabled(lLive);
+  mReset.setEnabled(lLive);
+  mUpdate.setEnabled(lLive);
 }
 
 void PxDeviceUi::PreferencesDialogOpen(PtPreferencesDialog* aDialog)
@@ -129,6 +139,7 @@ void PxDeviceUi::AddFloatingWindow(PxDockWidget* aWindow, int aAction)
   aWindow->setAttribute(Qt::WA_DeleteOnClose);
   aWindow->setFloating(true);
   aWindow->show();
+  Q_EMIT WindowAdded(aWindow);
 }
 
 PxDockWidget* PxDeviceUi::FindWindow(int aId) const

@@ -16,6 +16,10 @@ class PxDockWidget;
 // firmware update, its "Configuration" and "Action" menus, and the dock windows it has open,
 // whose layout it keeps per device UI name. It owns the device. A connection widget creates it;
 // the application UI owns it from then on and deletes it at disconnect.
+//
+// A device that is not live (one replayed from a record) gets the same UI from the replay form:
+// its views work as for a live one, while everything that would talk to a device (apply, undo,
+// loading a configuration, reset, firmware update) stays disabled.
 class PX_EXPORT PxDeviceUi : public QObject
 {
   Q_OBJECT
@@ -67,6 +71,8 @@ public:
 
 Q_SIGNALS:
   void Disconnected();
+  // AddFloatingWindow has shown aWindow. A replay that stands still feeds it the frame on show.
+  void WindowAdded(PxDockWidget* aWindow);
 
 public Q_SLOTS:
   void ApplyTriggered();

@@ -242,6 +242,10 @@ PxDockWidget* PxSensorUi::RequestWindow(unsigned int aId, unsigned int aFlags)
     }
     return FindWindow(static_cast<int>(mStateId));
   case WINDOW_DEBUG:
+    // The layout is shared with the live sensor's; a replayed one has no memories to read.
+    if (!Sensor()->IsLive()) {
+      return nullptr;
+    }
     if (!FindWindow(static_cast<int>(mDebugId))) {
       MIDeviceDebugTriggered();
     }

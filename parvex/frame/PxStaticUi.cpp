@@ -58,6 +58,11 @@ PxDeviceUi* PxStaticUi::Ui()
   return sSingleton ? sSingleton->mUi : nullptr;
 }
 
+PxDeviceUi* PxStaticUi::ReplayUi()
+{
+  return sSingleton && sSingleton->mReplayForm ? sSingleton->mReplayForm->Ui() : nullptr;
+}
+
 PxStaticUi::PxStaticUi(PxHost* aHost)
     : mConnectIcon(QStringLiteral(":/icons/Connect.png"))
     , mDisconnectIcon(QStringLiteral(":/icons/Disconnect.png"))
@@ -89,8 +94,11 @@ PxStaticUi::~PxStaticUi()
   mSerialPort = nullptr;
   delete mSerialPortForm;
   mSerialPortForm = nullptr;
-  delete mReplayForm;
+  // Forgotten before it goes: its replay ends while it is deleted, and those who rebuild on
+  // UiChanged must find no replay UI then.
+  PxRecordPlayerForm* lReplayForm = mReplayForm;
   mReplayForm = nullptr;
+  delete lReplayForm;
   PxDeviceUi* lUi = mUi;
   mUi = nullptr;
   delete lUi;
@@ -274,6 +282,10 @@ void PxStaticUi::HostTick()
 void PxStaticUi::HostQuitRequested(bool& aAccept)
 {
   if (!mUi) {
+    // A replay ends as a disconnect does: its layout saved while the window still stands.
+    if (mReplayForm) {
+      mReplayForm->CloseFile();
+    }
     return;
   }
   if (!CanDisconnect(tr("close the application"))) {
@@ -292,6 +304,7 @@ void PxStaticUi::MIFileReplayTriggered()
   }
   mReplayForm = new PxRecordPlayerForm(mHost);
   connect(mReplayForm, &PxDockWidget::Closed, this, &PxStaticUi::RPFormClosed);
+  connect(mReplayForm, &PxRecordPlayerForm::ReplayChanged, this, &PxStaticUi::UiChanged);
   mReplayForm->setFloating(true);
   mReplayForm->setAttribute(Qt::WA_DeleteOnClose);
   mReplayForm->show();

@@ -30,6 +30,9 @@ public:
   static PxStaticUi* Singleton() { return sSingleton; }
   static PxHost* Host();
   static PxDeviceUi* Ui();
+  // The UI of the sensor being replayed, owned by the replay form; null when no record is open.
+  // It is never Ui(): replaying and connecting exclude each other.
+  static PxDeviceUi* ReplayUi();
 
   static void AddDeviceMenu(QMenu* aMenu);
   static void AddDeviceAction(QAction* aAction);
@@ -60,7 +63,8 @@ public:
   PxSerialPortForm* SerialPortForm() const { return mSerialPortForm; }
 
 Q_SIGNALS:
-  // The device UI was set up or torn down; device-independent views rebuild against Ui().
+  // The device UI was set up or torn down, or a replay's UI came or went; device-independent
+  // views rebuild against Ui(), or ReplayUi() when they show a replayed sensor too.
   void UiChanged();
 
 public Q_SLOTS:

@@ -99,6 +99,18 @@ PxSensor* PxRecordPlayer::TakeSensor()
   return mOwnedSensor.release();
 }
 
+PxDeviceUi* PxRecordPlayer::CreateDeviceUi(PxSensor*)
+{
+  return nullptr;
+}
+
+bool PxRecordPlayer::IsCut() const
+{
+  // The writer's own word, not the missing closing frame: an extract of a cut file is finished
+  // by its writer, but has no closing frame to copy.
+  return mStarted && !mReader.WasClosed();
+}
+
 void PxRecordPlayer::Start()
 {
   PT_ASSERT(!mStarted);

@@ -9,6 +9,7 @@
 #include <memory>
 #include <vector>
 
+class PxDeviceUi;
 class PxResultState;
 class PxSensor;
 
@@ -49,6 +50,11 @@ public:
 
   // Hands the sensor over to the caller, who then owns it.
   PxSensor* TakeSensor();
+  // The UI a live sensor of this type gets on connection, made for aSensor (the sensor taken from
+  // this player), which it then owns: the replay shows the same forms, menus and saved layout.
+  // The device is not live, so the UI offers its views only. Null when the driver has none;
+  // aSensor then stays the caller's.
+  virtual PxDeviceUi* CreateDeviceUi(PxSensor* aSensor);
   PxSensor* Sensor() const { return mSensor; }
   const QString& FileName() const { return mFileName; }
 
@@ -76,7 +82,7 @@ public:
   static bool Extract(const QString& aSource, unsigned long aFirst, unsigned long aLast, const QString& aFileName);
   // Whether the file ends without its closing frame: its writer was killed, and every complete
   // frame before the cut replays.
-  bool IsCut() const { return mStarted && mTrailingSections == 0; }
+  bool IsCut() const;
 
 protected:
   // A player for files whose frames are not all self-contained: MoveTo then starts replaying at

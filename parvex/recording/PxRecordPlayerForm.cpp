@@ -3,13 +3,12 @@
 #include "PtErrorLogForm.h"
 #include "PtFileChooser.h"
 #include "PtMessageBox.h"
-#include "PxEchoForm.h"
+#include "PxDeviceUi.h"
 #include "PxHost.h"
 #include "PxIntegerProperty.h"
 #include "PxRecordPlayer.h"
 #include "PxSensor.h"
 #include "PxStaticUi.h"
-#include "PxTraceForm.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -101,11 +100,8 @@ PxRecordPlayerForm::~PxRecordPlayerForm()
     delete mExtractThread;
   }
   mTimer.stop();
-  // Views are children of this form when there is no host window; they must let go of the
-  // sensor before it goes, not when the widget base deletes its children.
-  CloseViews();
-  mPlayer.reset();
-  mSensor.reset();
+  // The sensor's forms let go of it, and the layout is kept, before the widget base goes.
+  CloseFile();
 }
 
 void PxRecordPlayerForm::closeEvent(QCloseEvent* aEvent)
@@ -224,18 +220,6 @@ void PxRecordPlayerForm::BuildUi()
   lTagRow->addWidget(mExtract);
   lLayout->addLayout(lTagRow);
 
-  auto* lViewRow = new QHBoxLayout;
-  lViewRow->addWidget(new QLabel(tr("Views:"), lRoot));
-  mTraces = new QPushButton(tr("Traces..."), lRoot);
-  mTraces->setToolTip(tr("Show the replayed traces"));
-  connect(mTraces, &QPushButton::clicked, this, &PxRecordPlayerForm::PBTracesClicked);
-  mEchoes = new QPushButton(tr("Echoes..."), lRoot);
-  mEchoes->setToolTip(tr("Show the replayed echoes"));
-  connect(mEchoes, &QPushButton::clicked, this, &PxRecordPlayerForm::PBEchoesClicked);
-  lViewRow->addWidget(mTraces);
-  lViewRow->addWidget(mEchoes);
-  lViewRow->addStretch(1);
-  lLayout->addLayout(lViewRow);
   lLayout->addStretch(1);
   setWidget(lRoot);
 }
@@ -317,8 +301,10 @@ bool PxRecordPlayerForm::OpenFile(const QString& aFileName)
     PtMessageBox::ShowError(MessageParent(this), lText + QStringLiteral("\n\n") + PtMessageBox::ExceptionText(e));
     return false;
   }
-  mSensor.reset(lPlayer->TakeSensor());
+  mOwnedSensor.reset(lPlayer->TakeSensor());
+  mSensor = mOwnedSensor.get();
   mPlayer = std::move(lPlayer);
+  InstallUi();
   mFileName = aFileName;
   mFrameCount = mPlayer->RecordSize();
   mStartTag = mFrameCount > 0 ? 1 : 0;
@@ -363,12 +349,19 @@ void PxRecordPlayerForm::CloseFile()
     return;
   }
   Pause();
-  // The views let go of the sensor before it goes.
-  CloseViews();
+  PxHost* lHost = PxStaticUi::Host();
+  if (mUi && lHost && lHost->UseSavedLayout()) {
+    mUi->SaveLayout();
+  }
   std::unique_ptr<PxRecordPlayer> lPlayer = std::move(mPlayer);
-  std::unique_ptr<PxSensor> lSensor = std::move(mSensor);
+  std::unique_ptr<PxDeviceUi> lUi = std::move(mUi);
+  std::unique_ptr<PxSensor> lSensor = std::move(mOwnedSensor);
+  mSensor = nullptr;
+  // Whatever shows the sensor lets go of it here, before it goes.
   emit ReplayChanged();
   lPlayer.reset();
+  // Its forms and menus, then the sensor it owns.
+  lUi.reset();
   lSensor.reset();
   mFileName.clear();
   mFrameCount = 0;
@@ -383,6 +376,31 @@ void PxRecordPlayerForm::CloseFile()
   }
   UpdateControls();
   ShowPosition();
+}
+
+void PxRecordPlayerForm::InstallUi()
+{
+  // The device UI lives in the application's window: without one (a form on its own) the replay
+  // runs without forms.
+  PxHost* lHost = PxStaticUi::Host();
+  if (!lHost) {
+    return;
+  }
+  try {
+    mUi.reset(mPlayer->CreateDeviceUi(mSensor));
+  } catch (const std::exception& e) {
+    PtErrorLogForm::LogError(e);
+  }
+  if (!mUi) {
+    qCInfo(lcReplay) << "the record's driver has no device UI; replaying without forms";
+    return;
+  }
+  static_cast<void>(mOwnedSensor.release()); // the UI owns it now, as a connected device's UI does
+  mUi->Setup();
+  if (lHost->UseSavedLayout()) {
+    mUi->RestoreLayout();
+  }
+  connect(mUi.get(), &PxDeviceUi::WindowAdded, this, &PxRecordPlayerForm::UiWindowAdded);
 }
 
 unsigned int PxRecordPlayerForm::ProductType() const
@@ -458,8 +476,6 @@ void PxRecordPlayerForm::UpdateControls()
     lWidget->setEnabled(lFrames);
   }
   mExtract->setEnabled(lFrames && !mExtractThread && mStartTag >= 1 && mStartTag <= mEndTag);
-  mTraces->setEnabled(lOpen);
-  mEchoes->setEnabled(lOpen);
   const bool lPlaying = mPlaying;
   mPlay->setIcon(style()->standardIcon(lPlaying ? QStyle::SP_MediaPause : QStyle::SP_MediaPlay));
   mPlay->setToolTip(lPlaying ? tr("Pause") : tr("Play"));
@@ -734,55 +750,14 @@ void PxRecordPlayerForm::ExtractDone()
   emit ExtractFinished(mExtractOk);
 }
 
-QList<PxDockWidget*> PxRecordPlayerForm::Views() const
+void PxRecordPlayerForm::UiWindowAdded(PxDockWidget*)
 {
-  QList<PxDockWidget*> lViews;
-  for (const QPointer<PxDockWidget>& lView : mViews) {
-    if (lView) {
-      lViews << lView.data();
-    }
-  }
-  return lViews;
-}
-
-void PxRecordPlayerForm::ShowView(PxDockWidget* aView)
-{
-  mViews << aView;
-  aView->setAttribute(Qt::WA_DeleteOnClose);
-  aView->setFloating(true);
-  aView->resize(560, 380);
-  aView->show();
-  // A view shows the frame on screen at once, not from the next one played.
-  if (mPlayer && mPlayer->CurrentIndex() > 0) {
-    const unsigned long lIndex = mPlayer->CurrentIndex();
-    Run([&] { return mPlayer->MoveTo(0) && mPlayer->MoveTo(lIndex); });
-  }
-}
-
-void PxRecordPlayerForm::CloseViews()
-{
-  for (const QPointer<PxDockWidget>& lView : mViews) {
-    // Deleted now, not later: the sensor they subscribe to is about to go.
-    delete lView.data();
-  }
-  mViews.clear();
-}
-
-void PxRecordPlayerForm::PBTracesClicked()
-{
-  if (!mSensor) {
+  // A form opened on a replay that stands still shows the frame on screen at once, not from the
+  // next one played. While playing, the next frame is a moment away.
+  if (mPlaying || !mPlayer || mPlayer->CurrentIndex() == 0) {
     return;
   }
-  auto* lForm = new PxTraceForm(MessageParent(this));
-  lForm->SetFlags(1);
-  lForm->SetSensor(mSensor.get());
-  ShowView(lForm);
-}
-
-void PxRecordPlayerForm::PBEchoesClicked()
-{
-  if (!mSensor) {
-    return;
-  }
-  ShowView(new PxEchoForm(mSensor.get(), MessageParent(this)));
+  const unsigned long lIndex = mPlayer->CurrentIndex();
+  Run([&] { return mPlayer->MoveTo(0) && mPlayer->MoveTo(lIndex); });
+  ShowPosition();
 }

@@ -13,6 +13,7 @@
 
 #include <memory>
 
+class PxDeviceUi;
 class PxRecordPlayer;
 class PxSensor;
 class QCheckBox;
@@ -27,9 +28,10 @@ class QThread;
 class QToolButton;
 
 // Replays a record file: the user chooses the file (recent files are kept), the form creates the
-// player that the file's driver registered, takes its sensor and moves through the frames. Every
-// frame reaches the sensor's providers, so the forms opened on the replayed sensor show it as they
-// show a live one. Closing the form ends the replay.
+// player that the file's driver registered, takes its sensor and moves through the frames. The
+// driver's device UI for that sensor brings the forms a connected sensor of the same type has
+// (View menu, saved layout), views only; every frame reaches the sensor's providers, so they show
+// it as they show a live one. Closing the form, or the record, ends the replay and that UI.
 //
 // Frames are numbered from 1 here as in parvex-cli.
 class PX_EXPORT PxRecordPlayerForm : public PxDockWidget
@@ -50,17 +52,19 @@ public:
   // Opens aFileName for replay, ending the replay of any other file, and shows its first frame.
   // A file that cannot be replayed is reported to the user; false then, and no replay runs.
   bool OpenFile(const QString& aFileName);
-  // Ends the replay: the player and its sensor go, the form stays.
+  // Ends the replay: the sensor's UI (its layout saved first), the player and the sensor go, the
+  // form stays.
   void CloseFile();
 
   // The product type of the record being replayed (that of the replayed sensor); 0 when none.
   unsigned int ProductType() const;
   PxRecordPlayer* Player() const { return mPlayer.get(); }
-  PxSensor* Sensor() const { return mSensor.get(); }
+  PxSensor* Sensor() const { return mSensor; }
+  // The replayed sensor's UI, owner of the sensor; null with no record open, without an
+  // application UI, or when the record's driver has no UI.
+  PxDeviceUi* Ui() const { return mUi.get(); }
   const QString& FileName() const { return mFileName; }
   bool IsPlaying() const { return mPlaying; }
-  // The views opened on the replayed sensor and still open.
-  QList<PxDockWidget*> Views() const;
   unsigned long StartTag() const { return mStartTag; }
   unsigned long EndTag() const { return mEndTag; }
   // Speed factor of playback: 0.25 to 8 against the recorded timestamps, or 0 for as fast as
@@ -74,7 +78,8 @@ public:
   static QStringList RecentFiles();
 
 Q_SIGNALS:
-  // A record was opened or the replay ended; the sensor to show is Sensor() (null after the end).
+  // A record was opened or the replay ended; the sensor to show is Sensor() and its UI Ui() (null
+  // after the end).
   void ReplayChanged();
   // A frame was replayed (one signal per frame shown, not per frame read while playing fast).
   void FrameShown(unsigned long aIndex);
@@ -92,9 +97,6 @@ public Q_SLOTS:
   void PBStartTagClicked();
   void PBEndTagClicked();
   void PBExtractClicked();
-  // Views of the replayed sensor, as a live sensor has them; they close with the replay.
-  void PBTracesClicked();
-  void PBEchoesClicked();
 
 private Q_SLOTS:
   void CBSpeedCurrentIndexChanged(int aIndex);
@@ -104,12 +106,15 @@ private Q_SLOTS:
   void TimerTimeout();
   void ExtractProgress();
   void ExtractDone();
+  void UiWindowAdded(PxDockWidget* aWindow);
 
 protected:
   void closeEvent(QCloseEvent* aEvent) override;
 
 private:
   void BuildUi();
+  // Asks the record's driver for the UI of the replayed sensor and sets it up with its layout.
+  void InstallUi();
   void UpdateControls();
   void ShowPosition();
   void FillRecentMenu();
@@ -122,12 +127,13 @@ private:
   // Resets the real-time anchor to the frame shown now.
   void Anchor();
   void ReportError(const std::exception& aError);
-  void ShowView(PxDockWidget* aView);
-  void CloseViews();
 
   std::unique_ptr<PxRecordPlayer> mPlayer;
-  // Taken from the player, which keeps a pointer to it: deleted after the player.
-  std::unique_ptr<PxSensor> mSensor;
+  // Taken from the player, which keeps a pointer to it: deleted after the player. The UI owns it
+  // when there is one, this form otherwise.
+  PxSensor* mSensor = nullptr;
+  std::unique_ptr<PxSensor> mOwnedSensor;
+  std::unique_ptr<PxDeviceUi> mUi;
   QString mFileName;
   unsigned long mFrameCount = 0;
   PtU32 mFirstTimestamp = 0;
@@ -181,7 +187,4 @@ private:
   QPushButton* mEndTagButton = nullptr;
   QLabel* mTags = nullptr;
   QPushButton* mExtract = nullptr;
-  QPushButton* mTraces = nullptr;
-  QPushButton* mEchoes = nullptr;
-  QList<QPointer<PxDockWidget>> mViews;
 };

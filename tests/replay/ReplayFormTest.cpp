@@ -1,10 +1,10 @@
-#include "../recording/RecordingTestSupport.h"
 #include "PtModalScript.h"
-#include "PxHost.h"
+#include "PxEchoForm.h"
 #include "PxRecordPlayerForm.h"
 #include "PxStaticUi.h"
 #include "PxTest.h"
 #include "PxTestGallery.h"
+#include "ReplayTestUi.h"
 
 #include <QAction>
 #include <QCoreApplication>
@@ -23,28 +23,9 @@
 #include <gtest/gtest.h>
 
 using namespace RecordingTest;
+using namespace ReplayTest;
 
 namespace {
-class ReplayHost : public PxHost
-{
-public:
-  ReplayHost()
-  {
-    mFile = menuBar()->addMenu(QStringLiteral("File"));
-    resize(800, 500);
-  }
-  bool UseSavedLayout() override { return false; }
-  void SetDeviceTitle(const QString&) override {}
-  void AddToolBarAction(QAction*) override {}
-  QObject* CreateDeviceContext() override { return new QObject; }
-  QMenu* AddMenu(const QString& aTitle) override { return menuBar()->addMenu(aTitle); }
-  void AddFileAction(QAction* aAction) override { mFile->addAction(aAction); }
-  void AddSettingsAction(QAction*) override {}
-  void AddHelpAction(QAction*) override {}
-  void AddStatusWidget(QWidget* aWidget) override { statusBar()->addPermanentWidget(aWidget); }
-  void ShowStatusMessage(const QString&, int) override {}
-  QMenu* mFile = nullptr;
-};
 
 long Shown(PxRecordPlayerForm& aForm)
 {
@@ -66,7 +47,7 @@ class ReplayForm : public ::testing::Test
 protected:
   void SetUp() override
   {
-    RegisterTestPlayer();
+    RegisterUiPlayer();
     // Traces too: a frame shows whole only when its traces, echoes and state belong together.
     mFile = RecordSynthetic(mDir.path(), 20, 2, 16);
     ASSERT_FALSE(mFile.isEmpty());
@@ -128,15 +109,6 @@ TEST_F(ReplayForm, ChoosesARecordAndMovesThroughItsFrames)
   QCoreApplication::processEvents(); // the labels' new sizes reach the layout
   PxTest::SaveToGallery(&mForm, QStringLiteral("replay_form"));
 
-  // The replayed sensor's views show the frame on screen, and go with the replay.
-  mForm.PBTracesClicked();
-  mForm.PBEchoesClicked();
-  ASSERT_EQ(mForm.Views().size(), 2);
-  QCoreApplication::processEvents();
-  PxTest::SaveToGallery(mForm.Views()[0], QStringLiteral("replay_traces"));
-  PxTest::SaveToGallery(mForm.Views()[1], QStringLiteral("replay_echoes"));
-  QPointer<PxDockWidget> lView = mForm.Views()[1];
-
   // Tagged range, extracted by the worker while the window goes on; the extract replays.
   mForm.Seek(4);
   mForm.PBStartTagClicked();
@@ -152,7 +124,6 @@ TEST_F(ReplayForm, ChoosesARecordAndMovesThroughItsFrames)
   }
   EXPECT_TRUE(lDone.at(0).at(0).toBool());
   mForm.CloseFile();
-  EXPECT_TRUE(lView.isNull());
   PxRecordPlayerForm lOther(nullptr);
   ASSERT_TRUE(lOther.OpenFile(lPart));
   EXPECT_EQ(lOther.Player()->RecordSize(), 5u);
@@ -250,6 +221,23 @@ TEST_F(ReplayForm, BadFilesEndInAClearMessage)
       EXPECT_LT(mForm.Player()->RecordSize(), 20u);
       EXPECT_EQ(mForm.Player()->CurrentIndex(), mForm.Player()->RecordSize()) << "played to the cut";
       EXPECT_TRUE(Info(mForm, "Frames").contains(QLatin1String("cut short")));
+      // A range that stops before the cut holds exactly the tagged frames, as a finished file.
+      const unsigned long lLast = mForm.Player()->RecordSize() - 1;
+      mForm.Seek(2);
+      mForm.PBStartTagClicked();
+      mForm.Seek(lLast);
+      mForm.PBEndTagClicked();
+      QSignalSpy lDone(&mForm, &PxRecordPlayerForm::ExtractFinished);
+      lScript.Queue(mDir.filePath(QStringLiteral("cut-part.ptl")));
+      mForm.PBExtractClicked();
+      ASSERT_TRUE(lDone.wait(PxTest::WAIT_MS));
+      PxRecordPlayerForm lPart(nullptr);
+      ASSERT_TRUE(lPart.OpenFile(mDir.filePath(QStringLiteral("cut-part.ptl"))));
+      EXPECT_EQ(lPart.Player()->RecordSize(), lLast - 1);
+      EXPECT_EQ(Info(lPart, "Frames"), QString::number(lLast - 1));
+      lPart.PBLastClicked();
+      EXPECT_EQ(Shown(lPart), static_cast<long>(lLast) - 1);
+      mForm.PBLastClicked();
     }
     if (QLatin1String(lCase.mName) == QLatin1String("damaged frame")) {
       // The message names the damaged frame, and the one before it still replays whole.
@@ -265,32 +253,106 @@ TEST_F(ReplayForm, BadFilesEndInAClearMessage)
   }
 }
 
-TEST(ReplayInTheApplication, ReplayExcludesConnectAndEndsWithTheForm)
+TEST(ReplayInTheApplication, ReplayedSensorHasTheSensorFormsViewsOnlyUntilTheReplayEnds)
 {
-  RegisterTestPlayer();
+  RegisterUiPlayer();
   QTemporaryDir lDir;
-  const QString lFile = RecordSynthetic(lDir.path(), 5, 0, 0);
-  ReplayHost lHost;
+  const QString lFile = RecordSynthetic(lDir.path(), 10, 2, 16);
+  ReplayHost lHost(true);
   ASSERT_TRUE(PxStaticUi::Initialize(&lHost));
-  PxStaticUi* lUi = PxStaticUi::Singleton();
-  for (const char* lHow : {"close button", "Replay... again"}) {
-    SCOPED_TRACE(lHow);
-    lUi->ReplayAction()->trigger();
-    PxRecordPlayerForm* lForm = lUi->RecordPlayerForm();
-    ASSERT_NE(lForm, nullptr);
-    EXPECT_FALSE(lUi->ConnectAction()->isEnabled());
-    ASSERT_TRUE(lForm->OpenFile(lFile));
-    EXPECT_EQ(lUi->ConnectionStatus(), QStringLiteral(" Replay: %1 ").arg(QFileInfo(lFile).fileName()));
-    QPointer<PxSensor> lSensor = lForm->Sensor();
-    if (QLatin1String(lHow) == QLatin1String("close button")) {
-      lForm->close();
-    } else {
-      lUi->ReplayAction()->trigger();
+  PxStaticUi* lApp = PxStaticUi::Singleton();
+  auto lViewTexts = [&] {
+    QStringList lTexts;
+    for (QAction* lAction : lApp->ViewMenu()->actions()) {
+      lTexts << lAction->text();
     }
-    EXPECT_TRUE(lSensor.isNull()) << "the replayed sensor goes with the form";
-    EXPECT_EQ(lUi->RecordPlayerForm(), nullptr);
-    EXPECT_TRUE(lUi->ConnectAction()->isEnabled());
-    EXPECT_EQ(lUi->ConnectionStatus(), QStringLiteral(" Not connected "));
+    return lTexts;
+  };
+  // Every way a replay ends; the forms opened in the first come back from the saved layout.
+  struct End
+  {
+    const char* mHow;
+    std::function<void()> mEnd;
+  } const lEnds[] = {
+      {"close button", [&] { lApp->RecordPlayerForm()->close(); }},
+      {"Replay... again", [&] { lApp->ReplayAction()->trigger(); }},
+      {"another record", [&] { lApp->RecordPlayerForm()->OpenFile(lFile); }},
+      {"a record that fails to open",
+       [&] {
+         PtModalScript lScript;
+         lApp->RecordPlayerForm()->OpenFile(lDir.filePath(QStringLiteral("gone.ptl")));
+       }},
+      {"quit",
+       [&] {
+         bool lAccept = true;
+         emit lHost.QuitRequested(lAccept);
+         EXPECT_TRUE(lAccept);
+       }},
+  };
+  for (const End& lEnd : lEnds) {
+    SCOPED_TRACE(lEnd.mHow);
+    const bool lFirst = &lEnd == &lEnds[0];
+    if (!lApp->RecordPlayerForm()) {
+      lApp->ReplayAction()->trigger();
+    }
+    PxRecordPlayerForm* lForm = lApp->RecordPlayerForm();
+    if (!lForm->Ui()) {
+      ASSERT_TRUE(lForm->OpenFile(lFile));
+    }
+    auto* lUi = qobject_cast<PxSensorUi*>(PxStaticUi::ReplayUi());
+    ASSERT_NE(lUi, nullptr);
+    EXPECT_EQ(PxStaticUi::Ui(), nullptr);
+    EXPECT_EQ(lHost.mDeviceContexts, 0) << "nothing is connected";
+    EXPECT_EQ(lUi->Sensor(), lForm->Sensor());
+    EXPECT_TRUE(lViewTexts().contains(QStringLiteral("Raw Detections")));
+    EXPECT_FALSE(lApp->ConnectAction()->isEnabled());
+    EXPECT_EQ(lApp->ConnectionStatus(), QStringLiteral(" Replay: %1 ").arg(QFileInfo(lFile).fileName()));
+    for (QAction* lAction :
+         {lUi->ApplyAction(), lUi->UndoAction(), lUi->LoadAction(), lUi->ResetAction(), lUi->UpdateAction(),
+          lUi->RecordAction(), lUi->LogAction(), lUi->DebugAction(), lUi->CalibrationAction()}) {
+      EXPECT_FALSE(lAction->isEnabled()) << lAction->text().toStdString();
+    }
+    if (lFirst) {
+      // Paused on frame 4: a form opened now shows it at once.
+      lForm->Seek(4);
+      for (QAction* lView : {lUi->StateAction(), lUi->RawTracesAction(), lUi->EchoesAction()}) {
+        ASSERT_TRUE(lView->isEnabled());
+        lView->trigger();
+      }
+    }
+    ASSERT_EQ(lUi->Windows().size(), 3) << "opened, or restored from the layout saved at the last end";
+    QList<QPointer<PxDockWidget>> lForms;
+    for (PxDockWidget* lWindow : lUi->Windows()) {
+      lForms << lWindow;
+      auto* lEchoes = qobject_cast<PxEchoForm*>(lWindow);
+      if (lFirst && lEchoes) {
+        // It shows frame 4 already: the rows stay as they are when that frame comes again.
+        const int lRows = lEchoes->FilledRows();
+        EXPECT_GT(lRows, 0);
+        lEchoes->EchoesNewData();
+        EXPECT_EQ(lEchoes->FilledRows(), lRows);
+      }
+    }
+    if (lFirst) {
+      QCoreApplication::processEvents();
+      for (PxDockWidget* lWindow : lUi->Windows()) {
+        PxTest::SaveToGallery(lWindow, QStringLiteral("replay_form_%1").arg(lWindow->PermanentId()));
+      }
+    }
+    QPointer<PxSensor> lSensor = lForm->Sensor();
+    QSignalSpy lUiChanged(lApp, &PxStaticUi::UiChanged);
+    lEnd.mEnd();
+    EXPECT_TRUE(lSensor.isNull()) << "the replayed sensor goes with its UI";
+    for (const QPointer<PxDockWidget>& lWindow : lForms) {
+      EXPECT_TRUE(lWindow.isNull());
+    }
+    EXPECT_FALSE(lUiChanged.isEmpty());
+    const bool lReplaying = PxStaticUi::ReplayUi() != nullptr;
+    EXPECT_EQ(lViewTexts().count(QStringLiteral("Raw Detections")), lReplaying ? 1 : 0);
+    EXPECT_EQ(lApp->ConnectAction()->isEnabled(), lApp->RecordPlayerForm() == nullptr);
+    if (!lApp->RecordPlayerForm()) {
+      EXPECT_EQ(lApp->ConnectionStatus(), QStringLiteral(" Not connected "));
+    }
   }
   PxStaticUi::Shutdown();
 }
