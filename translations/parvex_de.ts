@@ -751,7 +751,7 @@ Möchten Sie diese Datei wirklich in das verbundene Gerät %5 laden?</translatio
     <message>
         <location line="+5"/>
         <source>Extract frames %1 to %2</source>
-        <translation>Frames %1 bis %2 als Ausschnitt speichern</translation>
+        <translation>Frames %1 bis %2</translation>
     </message>
     <message>
         <location line="+20"/>
@@ -942,7 +942,7 @@ Möchten Sie diese Datei wirklich in das verbundene Gerät %5 laden?</translatio
     <message>
         <location line="+8"/>
         <source>Data Logger</source>
-        <translation>Datenprotokollierung</translation>
+        <translation>Protokollierung</translation>
     </message>
     <message>
         <location line="+11"/>
