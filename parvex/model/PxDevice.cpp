@@ -176,7 +176,7 @@ void ReplaceFile(const QString& aSource, const QString& aTarget)
                                    reinterpret_cast<const wchar_t*>(QDir::toNativeSeparators(aTarget).utf16()),
                                    MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
   const unsigned int lError = lDone ? 0 : static_cast<unsigned int>(::GetLastError());
-  const QString lReason = QStringLiteral("system error %1").arg(lError);
+  const QString lReason = PxDevice::tr("system error %1").arg(lError);
 #else
   const bool lDone = std::rename(QFile::encodeName(aSource).constData(), QFile::encodeName(aTarget).constData()) == 0;
   const unsigned int lError = lDone ? 0 : static_cast<unsigned int>(errno);

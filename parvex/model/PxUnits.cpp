@@ -81,7 +81,9 @@ void PxUnits::SetUnit(int aType, int aUnit)
     return;
   }
 
-  auto lTr = [](const char* aText) { return QCoreApplication::translate("PxUnits", aText); };
+  // The long names are kept untranslated and translated by LongName: the choices are loaded at
+  // start-up, possibly before the application has installed its translator.
+  auto lTr = [](const char* aText) { return QString::fromLatin1(aText); };
   // A bad choice is reported, yet still remembered and announced: settings written by a newer
   // version keep their value instead of being silently reset. The row keeps its old conversion.
   bool lBadUnit = false;
@@ -89,9 +91,9 @@ void PxUnits::SetUnit(int aType, int aUnit)
   switch (aType) {
   case UT_DISTANCE:
     if (aUnit == 1) {
-      sConversions[aType] = {0.0f, 1.0f, QStringLiteral("m"), lTr("meters")};
+      sConversions[aType] = {0.0f, 1.0f, QStringLiteral("m"), lTr(QT_TRANSLATE_NOOP("PxUnits", "meters"))};
     } else if (aUnit == 2) {
-      sConversions[aType] = {0.0f, 3.28084f, QStringLiteral("ft"), lTr("feet")};
+      sConversions[aType] = {0.0f, 3.28084f, QStringLiteral("ft"), lTr(QT_TRANSLATE_NOOP("PxUnits", "feet"))};
     } else {
       lBadUnit = true;
       lSite = 1;
@@ -99,11 +101,11 @@ void PxUnits::SetUnit(int aType, int aUnit)
     break;
   case UT_TEMPERATURE:
     if (aUnit == 1) {
-      sConversions[aType] = {0.0f, 1.0f, QStringLiteral("C"), lTr("Celsius")};
+      sConversions[aType] = {0.0f, 1.0f, QStringLiteral("C"), lTr(QT_TRANSLATE_NOOP("PxUnits", "Celsius"))};
     } else if (aUnit == 2) {
-      sConversions[aType] = {32.0f, 1.8f, QStringLiteral("F"), lTr("Fahrenheit")};
+      sConversions[aType] = {32.0f, 1.8f, QStringLiteral("F"), lTr(QT_TRANSLATE_NOOP("PxUnits", "Fahrenheit"))};
     } else if (aUnit == 3) {
-      sConversions[aType] = {273.0f, 1.0f, QStringLiteral("K"), lTr("Kelvin")};
+      sConversions[aType] = {273.0f, 1.0f, QStringLiteral("K"), lTr(QT_TRANSLATE_NOOP("PxUnits", "Kelvin"))};
     } else {
       lBadUnit = true;
       lSite = 2;
@@ -111,9 +113,9 @@ void PxUnits::SetUnit(int aType, int aUnit)
     break;
   case UT_SPEED:
     if (aUnit == 1) {
-      sConversions[aType] = {0.0f, 1.0f, QStringLiteral("km/h"), lTr("km/h")};
+      sConversions[aType] = {0.0f, 1.0f, QStringLiteral("km/h"), lTr(QT_TRANSLATE_NOOP("PxUnits", "km/h"))};
     } else if (aUnit == 2) {
-      sConversions[aType] = {0.0f, 0.6213712f, QStringLiteral("MPH"), lTr("MPH")};
+      sConversions[aType] = {0.0f, 0.6213712f, QStringLiteral("MPH"), lTr(QT_TRANSLATE_NOOP("PxUnits", "MPH"))};
     } else {
       lBadUnit = true;
       lSite = 3;
@@ -121,9 +123,9 @@ void PxUnits::SetUnit(int aType, int aUnit)
     break;
   case UT_ANGLE:
     if (aUnit == 1) {
-      sConversions[aType] = {0.0f, 1.0f, QStringLiteral("rad"), lTr("radians")};
+      sConversions[aType] = {0.0f, 1.0f, QStringLiteral("rad"), lTr(QT_TRANSLATE_NOOP("PxUnits", "radians"))};
     } else if (aUnit == 2) {
-      sConversions[aType] = {0.0f, 57.29578f, QStringLiteral("deg"), lTr("degrees")};
+      sConversions[aType] = {0.0f, 57.29578f, QStringLiteral("deg"), lTr(QT_TRANSLATE_NOOP("PxUnits", "degrees"))};
     }
     break;
   default:
@@ -144,7 +146,8 @@ void PxUnits::SetUnit(int aType, int aUnit)
 QString PxUnits::LongName(int aType)
 {
   PT_ASSERT(( aType >= UT_NONE ) && ( aType < UT_MAX ));
-  return sConversions[aType].mLongName;
+  const QString& lSource = sConversions[aType].mLongName;
+  return lSource.isEmpty() ? lSource : QCoreApplication::translate("PxUnits", lSource.toLatin1().constData());
 }
 
 QString PxUnits::Format(const QString& aText, int aType, float aValue, int aDecimals, bool aConverted)
