@@ -43,10 +43,11 @@ namespace {
 // Words that stay as they are: the connection window's title (kept English by design), product,
 // protocol and memory names, unit symbols and names, the hexadecimal marker, and the terms German
 // shares with English (Segment, Amplitude, Flags, Frame, Echo, Firmware, Sensor, Information).
-const QSet<QString> KEEP{"Connection", "Parvex", "parvex", "config",  "sim",        "TCP",      "RAM",        "FPGA",
-                         "CRC",        "Modbus", "OK",     "m",       "ft",         "Hz",       "C",          "s",
-                         "ms",         "x",      "Meter",  "Celsius", "Fahrenheit", "Kelvin",   "Sensor",     "Segment",
-                         "Amplitude",  "Flags",  "Frame",  "Echo",    "Firmware",   "Software", "Information"};
+const QSet<QString> KEEP{"Connection", "Parvex",   "parvex",   "config",     "sim",       "TCP",   "RAM",
+                         "FPGA",       "CRC",      "Modbus",   "OK",         "m",         "ft",    "Hz",
+                         "C",          "s",        "ms",       "x",          "X",         "Meter", "Celsius",
+                         "Fahrenheit", "Kelvin",   "Sensor",   "Segment",    "Amplitude", "Flags", "Frame",
+                         "Echo",       "Firmware", "Software", "Information"};
 
 class Walker
 {
@@ -89,6 +90,8 @@ public:
         Add(lWhere, lBox->title());
       } else if (auto* lEdit = qobject_cast<QLineEdit*>(w)) {
         Add(lWhere, lEdit->placeholderText());
+      } else if (auto* lBar = qobject_cast<QMenuBar*>(w)) { // the window's, and the forms' own
+        Actions(lWhere, lBar->actions());
       } else if (auto* lTabs = qobject_cast<QTabBar*>(w)) {
         for (int i = 0; i < lTabs->count(); ++i) {
           Add(lWhere, lTabs->tabText(i));
@@ -146,22 +149,19 @@ Walker RunApplication(const QString& aLanguage)
     });
     PxStaticUi::Singleton()->ConnectAction()->trigger();
   }
-  EXPECT_TRUE(ConnectAtStart(lWindow, QStringLiteral("sim")));
-
-  // Every dock form the View and Configuration menus open.
-  QList<QAction*> lForms = PxStaticUi::Singleton()->ViewMenu()->actions();
-  if (PxStaticUi::Ui()) {
-    lForms += PxStaticUi::Ui()->ConfigurationMenu()->actions();
+  if (!ConnectAtStart(lWindow, QStringLiteral("sim"))) {
+    ADD_FAILURE() << "the simulated sensor did not connect";
+    return lWalker;
   }
-  for (QAction* lAction : lForms) {
+  // Every dock form the View and Configuration menus open.
+  for (QAction* lAction :
+       PxStaticUi::Singleton()->ViewMenu()->actions() + PxStaticUi::Ui()->ConfigurationMenu()->actions()) {
     if (lAction->isCheckable() && !lAction->isChecked()) {
       lAction->trigger();
     }
   }
   QApplication::processEvents();
-  lWalker.Actions(QStringLiteral("menu"), lWindow.menuBar()->actions());
-  // Docks stay children of the window when they float; the error log is a window of its own.
-  lWalker.Widgets(&lWindow);
+  lWalker.Widgets(&lWindow); // floating docks included: they stay its children
   lWalker.Widgets(PtErrorLogForm::Open(&lWindow));
   lShoot(&lWindow, QStringLiteral("main-window-forms"));
   for (QDockWidget* lDock : lWindow.findChildren<QDockWidget*>()) {
