@@ -18,11 +18,6 @@
 #include <memory>
 
 namespace {
-QString Tr(const char* aText)
-{
-  return QCoreApplication::translate("StartupConnection", aText);
-}
-
 std::unique_ptr<PxConnectionWidget> CreateWidget(const QString& aType)
 {
   for (const PxConnection::Type& lType : PxConnection::sTypes) {
@@ -42,8 +37,10 @@ bool ConnectAtStart(PxHost& aHost, const QString& aTarget)
   const QUrl lUrl(aTarget);
   const bool lTcp = lUrl.scheme() == QLatin1String(PxSimConnectionTypes::TCP);
   if (!lTcp && aTarget != QLatin1String(PxSimConnectionTypes::SIM)) {
-    PtMessageBox::ShowError(&aHost,
-                            Tr("\"%1\" is not a device address; use sim, tcp://HOST:PORT or none.").arg(aTarget));
+    PtMessageBox::ShowError(
+        &aHost, QCoreApplication::translate("StartupConnection",
+                                            "\"%1\" is not a device address; use sim, tcp://HOST:PORT or none.")
+                    .arg(aTarget));
     return false;
   }
   std::unique_ptr<PxConnectionWidget> lWidget =
@@ -71,7 +68,9 @@ bool ConnectAtStart(PxHost& aHost, const QString& aTarget)
     } else if (auto* lSim = qobject_cast<PxSimInProcessWidget*>(lWidget.get())) {
       lReason = lSim->StatusText();
     }
-    PtMessageBox::ShowError(&aHost, Tr("Could not connect to %1.\n\n%2").arg(aTarget, lReason));
+    PtMessageBox::ShowError(
+        &aHost,
+        QCoreApplication::translate("StartupConnection", "Could not connect to %1.\n\n%2").arg(aTarget, lReason));
     return false;
   }
   PxStaticUi::Singleton()->InstallUi(lWidget->Ui());

@@ -1,5 +1,6 @@
 #include "ConfigWindow.h"
 #include "LiveStatus.h"
+#include "PtTranslations.h"
 #include "PxDocumentManager.h"
 #include "PxEntry.h"
 #include "PxRecorder.h"
@@ -38,6 +39,9 @@ int main(int argc, char** argv)
   QCoreApplication::setOrganizationDomain(QStringLiteral("parvex.example"));
   QCoreApplication::setApplicationName(QStringLiteral("parvex-config"));
   QCoreApplication::setApplicationVersion(QString::fromLatin1(PtGetVersion()));
+  // Before anything makes a text: the help below, the menus, and the device's property names
+  // that are named when the device is made.
+  PtTranslations::Install(QLocale::system());
 
   QCommandLineParser lParser;
   lParser.setApplicationDescription(QCoreApplication::translate("main", "Configure and monitor Parvex range-finding sensors."));

@@ -24,11 +24,6 @@ bool sOlderFirmware = false;
 const char* const SETTINGS_GROUP = "TcpConnection";
 // A lister must not keep the caller waiting for an address that does not answer.
 constexpr int LIST_PROBE_MS = 300;
-
-QString Tr(const char* aText)
-{
-  return QCoreApplication::translate("PxSimConnectionTypes", aText);
-}
 } // namespace
 
 void PxSimConnectionTypes::Register()
@@ -37,8 +32,8 @@ void PxSimConnectionTypes::Register()
     return;
   }
   sRegistered = true;
-  PxConnection::RegisterType(QLatin1String(SIM), Tr("Simulated sensor"), &CreateSim, &CreateSimWidget, &ListSim);
-  PxConnection::RegisterType(QLatin1String(TCP), Tr("TCP"), &CreateTcp, &CreateTcpWidget, &ListTcp);
+  PxConnection::RegisterType(QLatin1String(SIM), tr("Simulated sensor"), &CreateSim, &CreateSimWidget, &ListSim);
+  PxConnection::RegisterType(QLatin1String(TCP), tr("TCP"), &CreateTcp, &CreateTcpWidget, &ListTcp);
 }
 
 void PxSimConnectionTypes::SetSimulatorStateDir(const QString& aDirectory)
@@ -72,7 +67,7 @@ PxSimDeviceUi* PxSimConnectionTypes::CreateDeviceUi(PxControlConnection* aConnec
   auto* lSensor = qobject_cast<PxSimSensor*>(lDevice);
   if (!lSensor) {
     delete lDevice;
-    throw std::runtime_error(Tr("No driver is registered for the Parvex 16.").toStdString());
+    throw std::runtime_error(tr("No driver is registered for the Parvex 16.").toStdString());
   }
   // The device UI deletes the sensor at disconnect, and the link goes with it.
   lConnection.release()->setParent(lSensor);

@@ -2,6 +2,7 @@
 
 #include "ParvexSimDriverExport.h"
 
+#include <QCoreApplication>
 #include <QString>
 #include <QStringList>
 
@@ -16,6 +17,8 @@ class QWidget;
 // network.
 class PXSIMDRIVER_EXPORT PxSimConnectionTypes
 {
+  Q_DECLARE_TR_FUNCTIONS(PxSimConnectionTypes)
+
 public:
   static constexpr const char* SIM = "sim";
   static constexpr const char* TCP = "tcp";

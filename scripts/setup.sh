@@ -7,7 +7,7 @@ set -euo pipefail
 packages=(
   build-essential g++ cmake ninja-build ccache pkg-config git
   qtbase5-dev qtbase5-dev-tools libqt5serialport5-dev libqt5serialbus5-dev
-  qttools5-dev qttools5-dev-tools
+  qttools5-dev qttools5-dev-tools qttranslations5-l10n
   libgtest-dev libgmock-dev googletest libbenchmark-dev
   clang libclang-rt-dev llvm
   xvfb xauth socat

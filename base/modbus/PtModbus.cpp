@@ -2,7 +2,6 @@
 
 #include "PtException.h"
 
-#include <QCoreApplication>
 #include <QEventLoop>
 #include <QFileInfo>
 #include <QLoggingCategory>
@@ -14,11 +13,6 @@
 
 namespace {
 Q_LOGGING_CATEGORY(lcModbus, "parvex.modbus")
-
-QString Tr(const char* aText)
-{
-  return QCoreApplication::translate("PtModbus", aText);
-}
 
 [[noreturn]] void Fail(QModbusDevice::Error aError, const QString& aText)
 {
@@ -73,7 +67,7 @@ void PtModbus::Open()
   if (!lMaster.connectDevice() || lMaster.state() != QModbusDevice::ConnectedState) {
     const QString lReason = lMaster.errorString();
     lMaster.disconnectDevice();
-    Fail(QModbusDevice::ConnectionError, Tr("Cannot open the serial port %1: %2").arg(mPort, lReason));
+    Fail(QModbusDevice::ConnectionError, PtModbus::tr("Cannot open the serial port %1: %2").arg(mPort, lReason));
   }
   d->mOpen = true;
   qCDebug(lcModbus).noquote() << "opened" << mPort << mBaudRate << "baud";
@@ -103,10 +97,10 @@ bool PtModbus::IsBusy() const
 void PtModbus::StartReadHoldingRegisters(int aAddress, int aCount)
 {
   if (!IsOpen()) {
-    Fail(QModbusDevice::ConnectionError, Tr("The serial port is not open."));
+    Fail(QModbusDevice::ConnectionError, PtModbus::tr("The serial port is not open."));
   }
   if (IsBusy()) {
-    Fail(QModbusDevice::WriteError, Tr("A read is already under way."));
+    Fail(QModbusDevice::WriteError, PtModbus::tr("A read is already under way."));
   }
   if (aCount < 1 || aCount > MAX_REGISTERS || aAddress < 0 || aAddress + aCount > 65536) {
     PtInvalidArgument(QStringLiteral("aCount"), QString::number(aCount), 1);
@@ -117,7 +111,7 @@ void PtModbus::StartReadHoldingRegisters(int aAddress, int aCount)
   QModbusReply* lReply = d->mMaster.sendReadRequest(
       QModbusDataUnit(QModbusDataUnit::HoldingRegisters, aAddress, static_cast<quint16>(aCount)), mSlaveAddress);
   if (!lReply) {
-    Fail(d->mMaster.error(), Tr("The request could not be sent: %1").arg(d->mMaster.errorString()));
+    Fail(d->mMaster.error(), PtModbus::tr("The request could not be sent: %1").arg(d->mMaster.errorString()));
   }
   d->mReply = lReply;
   if (lReply->isFinished()) {
@@ -141,10 +135,10 @@ void PtModbus::ReplyFinished()
   } else if (lReply->error() == QModbusDevice::ProtocolError) {
     const int lException = static_cast<int>(lReply->rawResult().exceptionCode());
     d->mErrorCode = ERROR_EXCEPTION + static_cast<unsigned int>(lException);
-    d->mErrorText = Tr("The device refused the read (Modbus exception %1).").arg(lException);
+    d->mErrorText = PtModbus::tr("The device refused the read (Modbus exception %1).").arg(lException);
   } else if (lReply->error() == QModbusDevice::TimeoutError) {
     d->mErrorCode = ERROR_BASE + QModbusDevice::TimeoutError;
-    d->mErrorText = Tr("The device at address %1 did not answer on %2.").arg(mSlaveAddress).arg(mPort);
+    d->mErrorText = PtModbus::tr("The device at address %1 did not answer on %2.").arg(mSlaveAddress).arg(mPort);
   } else {
     d->mErrorCode = ERROR_BASE + static_cast<unsigned int>(lReply->error());
     d->mErrorText = lReply->errorString();
@@ -155,7 +149,7 @@ void PtModbus::ReplyFinished()
   // A vanished device node (an unplugged USB adapter, a closed pseudo-terminal) often shows only
   // as reads that fail or time out.
   if (lError != QModbusDevice::NoError && lError != QModbusDevice::ProtocolError && !QFileInfo::exists(mPort)) {
-    Lost(Tr("The serial port %1 went away.").arg(mPort));
+    Lost(PtModbus::tr("The serial port %1 went away.").arg(mPort));
   }
 }
 
@@ -170,7 +164,7 @@ void PtModbus::Abort()
   lReply->deleteLater();
   d->mValues.clear();
   d->mErrorCode = ERROR_BASE + QModbusDevice::ReplyAbortedError;
-  d->mErrorText = Tr("The read was aborted.");
+  d->mErrorText = PtModbus::tr("The read was aborted.");
   emit ReadFinished();
 }
 
@@ -211,5 +205,5 @@ void PtModbus::Lost(const QString& aReason)
   d->mOpen = false;
   Abort();
   d->mMaster.disconnectDevice();
-  emit PortLost(aReason.isEmpty() ? Tr("The serial port %1 went away.").arg(mPort) : aReason);
+  emit PortLost(aReason.isEmpty() ? PtModbus::tr("The serial port %1 went away.").arg(mPort) : aReason);
 }

@@ -47,6 +47,13 @@ foreach(lPage parvex-config parvex-cli parvex-sim)
   endif()
 endforeach()
 
+# The catalogues the programs load at start, beside the programs' share folder.
+foreach(lCatalogue parvexbase_de parvex_de parvex-config_de)
+  if(NOT EXISTS "${lRoot}/usr/share/parvex/translations/${lCatalogue}.qm")
+    message(FATAL_ERROR "no ${lCatalogue} catalogue in the packages")
+  endif()
+endforeach()
+
 # The installed programs find their libraries in the root (the driver through its own RPATH).
 set(ENV{LD_LIBRARY_PATH} "${lRoot}/usr/lib")
 foreach(lProgram parvex-config parvex-cli parvex-sim)
