@@ -10,7 +10,7 @@ packages=(
   qttools5-dev qttools5-dev-tools qttranslations5-l10n
   libgtest-dev libgmock-dev googletest libbenchmark-dev
   clang libclang-rt-dev llvm
-  xvfb xauth socat
+  xvfb xauth socat xdotool imagemagick
   lintian help2man appstream file
   # peers of the display benchmark only; it skips a peer that is missing
   libqcustomplot-dev libqwt-qt5-dev
