@@ -43,11 +43,11 @@ namespace {
 // Words that stay as they are: the connection window's title (kept English by design), product,
 // protocol and memory names, unit symbols and names, the hexadecimal marker, and the terms German
 // shares with English (Segment, Amplitude, Flags, Frame, Echo, Firmware, Sensor, Information).
-const QSet<QString> KEEP{"Connection", "Parvex",   "parvex",   "config",     "sim",       "TCP",   "RAM",
-                         "FPGA",       "CRC",      "Modbus",   "OK",         "m",         "ft",    "Hz",
-                         "C",          "s",        "ms",       "x",          "X",         "Meter", "Celsius",
-                         "Fahrenheit", "Kelvin",   "Sensor",   "Segment",    "Amplitude", "Flags", "Frame",
-                         "Echo",       "Firmware", "Software", "Information"};
+const QSet<QString> KEEP{"Connection", "Parvex",   "parvex",   "config",      "sim",       "TCP",   "RAM",
+                         "FPGA",       "CRC",      "Modbus",   "OK",          "m",         "ft",    "Hz",
+                         "C",          "s",        "ms",       "x",           "X",         "Meter", "Celsius",
+                         "Fahrenheit", "Kelvin",   "Sensor",   "Segment",     "Amplitude", "Flags", "Frame",
+                         "Echo",       "Firmware", "Software", "Information", "Debug",     "Zoom",  "Seg"};
 
 class Walker
 {
