@@ -5,9 +5,11 @@
 #include "PxResultSubscription.h"
 #include "PxSensor.h"
 
+#include <QLine>
 #include <QPixmap>
 #include <QPointF>
 #include <QPointer>
+#include <QRect>
 
 #include <vector>
 
@@ -48,9 +50,10 @@ public:
     void DropMarker() { mMarker = QPixmap(); }
 
     std::vector<QPointF> mPoints;
-    // The polyline as drawn: whole pixels, each pixel column's run of samples cut to its two
-    // extremes in the order met, which lights the same pixels with fewer segments.
-    std::vector<QPointF> mPixels;
+    // The curve as drawn without smoothing: the pixels each screen column lights, and the lines
+    // for steps that skip columns. Kept between paints so that painting does not allocate.
+    std::vector<QRect> mColumns;
+    std::vector<QLine> mSteps;
     QPixmap mMarker;
     const PxTrace* mTrace = nullptr;
     unsigned short mMarkerStyle = 0; // 0 none, 1 X, 2 +, 3 square, 4 circle
@@ -60,6 +63,7 @@ public:
     bool mEnabled = true;
 
   private:
+    void DrawColumns(QPainter& aPainter, QPointF* aPoints, size_t aLength, PtGrafContext& aContext);
     void CreateMarker(PtGrafContext& aContext);
     int MarkerHalfSize(PtGrafContext& aContext) const;
   };
