@@ -313,12 +313,15 @@ bool PxRecordPlayerForm::OpenFile(const QString& aFileName)
 
   QDateTime lDate;
   PtU32 lLast = 0;
-  // The last frame first, so that the first is the one left on show.
-  if (mFrameCount > 0 && Run([&] { return mPlayer->MoveTo(mFrameCount); })) {
-    lLast = mPlayer->RelativeTimestamp();
-    if (Run([&] { return mPlayer->MoveTo(1); })) {
-      mFirstTimestamp = mPlayer->RelativeTimestamp();
-      lDate = mPlayer->FullTimestamp();
+  // The first frame loaded sets the state's start time, from which the state form counts the
+  // elapsed time: it must be the record's first, or every frame before it would show a negative
+  // (wrapped) time. Then the last for the duration, and back to the first, left on show.
+  if (mFrameCount > 0 && Run([&] { return mPlayer->MoveTo(1); })) {
+    mFirstTimestamp = mPlayer->RelativeTimestamp();
+    lDate = mPlayer->FullTimestamp();
+    if (Run([&] { return mPlayer->MoveTo(mFrameCount); })) {
+      lLast = mPlayer->RelativeTimestamp();
+      Run([&] { return mPlayer->MoveTo(1); });
     }
   }
   qCInfo(lcReplay).noquote() << "replaying" << aFileName << mFrameCount << "frames";

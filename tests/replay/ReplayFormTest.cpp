@@ -1,6 +1,7 @@
 #include "PtModalScript.h"
 #include "PxEchoForm.h"
 #include "PxRecordPlayerForm.h"
+#include "PxResultState.h"
 #include "PxStaticUi.h"
 #include "PxTest.h"
 #include "PxTestGallery.h"
@@ -78,6 +79,8 @@ TEST_F(ReplayForm, ChoosesARecordAndMovesThroughItsFrames)
 
   auto* lSlider = mForm.findChild<QSlider*>();
   auto* lBox = mForm.findChild<QSpinBox*>();
+  auto* lState = qobject_cast<PxResultState*>(mForm.Sensor()->GetProvider(PxResultProvider::ID_STATE));
+  ASSERT_NE(lState, nullptr);
   struct Step
   {
     const char* mWhat;
@@ -105,6 +108,8 @@ TEST_F(ReplayForm, ChoosesARecordAndMovesThroughItsFrames)
     EXPECT_EQ(Shown(mForm), static_cast<long>(lStep.mIndex) - 1);
     EXPECT_EQ(lSlider->value(), static_cast<int>(lStep.mIndex));
     EXPECT_EQ(lBox->value(), static_cast<int>(lStep.mIndex));
+    // What the state form shows as the elapsed time: counted from the record's first frame.
+    EXPECT_EQ(lState->TimestampResult()->IntValue(0), (lStep.mIndex - 1) * 10);
   }
   QCoreApplication::processEvents(); // the labels' new sizes reach the layout
   PxTest::SaveToGallery(&mForm, QStringLiteral("replay_form"));
