@@ -35,6 +35,16 @@ public:
   }
   bool Painting() const { return mPainter != nullptr; }
 
+  // The data-to-pixel mapping as a value: a loop over thousands of points keeps it in registers,
+  // where the context's own members would be read again after every store through a pointer.
+  struct Mapping
+  {
+    double mXMin, mYMin, mXScale, mYScale, mLeft, mBottom;
+    double ScreenX(double aX) const { return (aX - mXMin) * mXScale + mLeft; }
+    double ScreenY(double aY) const { return mBottom - (aY - mYMin) * mYScale; }
+  };
+  Mapping CurrentMapping() const { return {mXMin, mYMin, mXScale, mYScale, mLeft, mBottom}; }
+
   double ScreenX(double aX) const { return (aX - mXMin) * mXScale + mLeft; }
   double ScreenY(double aY) const { return mBottom - (aY - mYMin) * mYScale; }
   double DataX(double aX) const { return (aX - mLeft) / mXScale + mXMin; }

@@ -156,9 +156,12 @@ void PxTraceWidget::Curve::DrawColumns(QPainter& aPainter, QPointF* aPoints, siz
                           aPainter.deviceTransform().type() <= QTransform::TxTranslate;
   mColumns.clear();
   mSteps.clear();
+  const PtGrafContext::Mapping lMap = aContext.CurrentMapping();
+  const double lXOffset = mXOffset;
+  const double lYOffset = mYOffset;
   int lColumn = 0, lTop = 0, lBottom = 0, lLast = 0;
   for (size_t k = 0; k < aLength; ++k) {
-    const QPointF lScreen(aContext.ScreenX(aPoints[k].x() + mXOffset), aContext.ScreenY(aPoints[k].y() + mYOffset));
+    const QPointF lScreen(lMap.ScreenX(aPoints[k].x() + lXOffset), lMap.ScreenY(aPoints[k].y() + lYOffset));
     aPoints[k] = lScreen;
     const int lX = ToPixel(lScreen.x());
     const int lY = ToPixel(lScreen.y());
