@@ -9,7 +9,14 @@
 #include <QLabel>
 #include <QStackedWidget>
 #include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
 #include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace {
+constexpr int MIN_TREE_WIDTH = 170;
+}
 
 PtPreferencesDialog::PtPreferencesDialog(QWidget* aParent)
     : PtDialog(aParent)
@@ -23,7 +30,7 @@ PtPreferencesDialog::PtPreferencesDialog(QWidget* aParent)
   mTree->setHeaderHidden(true);
   // Expand markers only once some page has sub-pages; a flat list stays flush left.
   mTree->setRootIsDecorated(false);
-  mTree->setFixedWidth(170);
+  mTree->setFixedWidth(MIN_TREE_WIDTH);
   mTree->header()->setStretchLastSection(true);
 
   QFont lFont = mHeader->font();
@@ -84,6 +91,20 @@ void PtPreferencesDialog::AddPage(const QString& aParent, const QString& aTitle,
   if (!mTree->currentItem()) {
     mTree->setCurrentItem(lItem);
   }
+  // Wide enough for every title, translated ones included: a cut page name leaves the user
+  // guessing. The page side takes whatever the list does not need.
+  int lWanted = 0;
+  for (QTreeWidgetItemIterator lIt(mTree); *lIt; ++lIt) {
+    int lDepth = mTree->rootIsDecorated() ? 1 : 0;
+    for (QTreeWidgetItem* lUp = (*lIt)->parent(); lUp; lUp = lUp->parent()) {
+      ++lDepth;
+    }
+    lWanted =
+        std::max(lWanted, mTree->fontMetrics().horizontalAdvance((*lIt)->text(0)) + lDepth * mTree->indentation());
+  }
+  // The item's own padding and the frame.
+  lWanted += 2 * mTree->frameWidth() + 16;
+  mTree->setFixedWidth(std::max(MIN_TREE_WIDTH, lWanted));
 }
 
 int PtPreferencesDialog::PageCount() const
