@@ -8,17 +8,15 @@
 
 #include "DisplaysTestSupport.h"
 #include "PxBenchAllocations.h"
+#include "PxBenchUi.h"
 #include "PxEchoForm.h"
 #include "PxEchoesGraph.h"
 #include "PxTraceWidget.h"
 #include "PxUnits.h"
 
-#include <QApplication>
 #include <QImage>
 #include <QPainter>
 #include <QPointF>
-#include <QSettings>
-#include <QTemporaryDir>
 
 #ifdef PX_BENCH_QCUSTOMPLOT
 #include <qcustomplot.h>
@@ -308,19 +306,9 @@ BENCHMARK(EchoesGraphPaint)->Unit(benchmark::kMicrosecond)->UseRealTime();
 
 int main(int argc, char** argv)
 {
-  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-  }
-  QApplication lApp(argc, argv);
-  QCoreApplication::setOrganizationName(QStringLiteral("ParvexBench"));
-  QTemporaryDir lSettings;
-  QSettings::setDefaultFormat(QSettings::IniFormat);
-  QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, lSettings.path());
-  QLocale::setDefault(QLocale::c());
-  PxUnits::Initialize();
-  PxUnits::SetUnit(UT_DISTANCE, 1);
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  return 0;
+  return PxBenchRunWithUi(argc, argv, [] {
+    QLocale::setDefault(QLocale::c());
+    PxUnits::Initialize();
+    PxUnits::SetUnit(UT_DISTANCE, 1);
+  });
 }

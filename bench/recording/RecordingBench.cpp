@@ -6,12 +6,11 @@
 // - MoveTo a random frame of a 360 000-frame record (an hour at 100 Hz): median and 99th percentile;
 // - the player's heap after opening and jumping through a record ten times smaller and the large one.
 // Files are written into a temporary folder and removed at the end of each benchmark.
+#include "PxBenchUi.h"
 #include "PxRecorder.h"
 #include "RecordingTestSupport.h"
 
-#include <QApplication>
 #include <QFile>
-#include <QSettings>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -176,17 +175,6 @@ BENCHMARK(BM_MoveToRandomFrame)
 
 int main(int argc, char** argv)
 {
-  // The recorder's error path may show a message box; the benchmark needs no display for it.
-  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-  }
-  QApplication lApp(argc, argv);
-  QCoreApplication::setOrganizationName(QStringLiteral("ParvexBench"));
-  QTemporaryDir lSettings;
-  QSettings::setDefaultFormat(QSettings::IniFormat);
-  QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, lSettings.path());
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  return 0;
+  // The recorder's error path may show a message box: hence an application, offscreen.
+  return PxBenchRunWithUi(argc, argv);
 }

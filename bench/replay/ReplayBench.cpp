@@ -9,6 +9,7 @@
 //   pair for 60 s (PARVEX_BENCH_SERIAL_S to change): polls done and missed, target none missed.
 //   Needs socat; skipped without it.
 #include "PtModbus.h"
+#include "PxBenchUi.h"
 #include "PxRecordPlayerForm.h"
 #include "PxSensorUi.h"
 #include "PxSerialPortForm.h"
@@ -21,11 +22,9 @@
 #include "RecordingTestSupport.h"
 #include "ReplayTestUi.h"
 
-#include <QApplication>
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QProcess>
-#include <QSettings>
 #include <QSignalSpy>
 #include <QSlider>
 #include <QStandardPaths>
@@ -182,16 +181,5 @@ BENCHMARK(BM_SerialViewerPolls)->Iterations(1)->Unit(benchmark::kSecond)->UseRea
 
 int main(int argc, char** argv)
 {
-  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-  }
-  QApplication lApp(argc, argv);
-  QCoreApplication::setOrganizationName(QStringLiteral("ParvexBench"));
-  QTemporaryDir lSettings;
-  QSettings::setDefaultFormat(QSettings::IniFormat);
-  QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, lSettings.path());
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  return 0;
+  return PxBenchRunWithUi(argc, argv);
 }

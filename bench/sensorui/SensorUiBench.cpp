@@ -1,4 +1,5 @@
 #include "ConfigWindow.h"
+#include "PxBenchUi.h"
 #include "PxControlConnection.h"
 #include "PxEntry.h"
 #include "PxResultProvider.h"
@@ -10,10 +11,8 @@
 #include "PxStaticUi.h"
 #include "SensorView.h"
 
-#include <QApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
-#include <QSettings>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -121,18 +120,7 @@ BENCHMARK(BM_FormsOpenAt50Hz)->Arg(0)->Arg(1)->UseManualTime()->Unit(benchmark::
 
 int main(int argc, char** argv)
 {
-  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-  }
-  QApplication lApp(argc, argv);
-  QCoreApplication::setOrganizationName(QStringLiteral("ParvexBench"));
-  QTemporaryDir lSettings;
   QTemporaryDir lState;
   sState = &lState;
-  QSettings::setDefaultFormat(QSettings::IniFormat);
-  QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, lSettings.path());
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  return 0;
+  return PxBenchRunWithUi(argc, argv);
 }

@@ -1,5 +1,6 @@
 #include "ConfigWindow.h"
 #include "PtModalScript.h"
+#include "PxBenchUi.h"
 #include "PxEntry.h"
 #include "PxInProcessConnection.h"
 #include "PxSimConnectionTypes.h"
@@ -8,14 +9,12 @@
 #include "PxSimTcpWidget.h"
 #include "PxStaticUi.h"
 
-#include <QApplication>
 #include <QComboBox>
 #include <QDialog>
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QSettings>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -142,18 +141,7 @@ BENCHMARK(BM_GuiThreadLongestGap)->Arg(0)->Arg(1)->UseManualTime()->Unit(benchma
 
 int main(int argc, char** argv)
 {
-  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-  }
-  QApplication lApp(argc, argv);
-  QCoreApplication::setOrganizationName(QStringLiteral("ParvexBench"));
-  QTemporaryDir lSettings;
   QTemporaryDir lState;
   sState = &lState;
-  QSettings::setDefaultFormat(QSettings::IniFormat);
-  QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, lSettings.path());
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  return 0;
+  return PxBenchRunWithUi(argc, argv);
 }

@@ -4,6 +4,7 @@
 //   rows of plain label and spin box pairs, shown the same way;
 // - one property change reaching 10 bound widgets, in us per widget, target under 20 us; peers:
 //   10 plain QSpinBox::setValue and QDoubleSpinBox::setValue calls.
+#include "PxBenchUi.h"
 #include "PxDoubleSpinBox.h"
 #include "PxFloatProperty.h"
 #include "PxInProcessConnection.h"
@@ -19,9 +20,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QScrollArea>
-#include <QSettings>
 #include <QSpinBox>
-#include <QTemporaryDir>
 #include <QVBoxLayout>
 
 #include <benchmark/benchmark.h>
@@ -211,19 +210,9 @@ BENCHMARK(BM_PlainDoubleSpinBoxSetValue10)->Unit(benchmark::kMicrosecond)->UseRe
 
 int main(int argc, char** argv)
 {
-  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-  }
-  QApplication lApp(argc, argv);
-  QCoreApplication::setOrganizationName(QStringLiteral("ParvexBench"));
-  QTemporaryDir lSettings;
-  QSettings::setDefaultFormat(QSettings::IniFormat);
-  QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, lSettings.path());
-  QLocale::setDefault(QLocale::c());
-  PxUnits::Initialize();
-  PxUnits::SetUnit(UT_DISTANCE, 1);
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  return 0;
+  return PxBenchRunWithUi(argc, argv, [] {
+    QLocale::setDefault(QLocale::c());
+    PxUnits::Initialize();
+    PxUnits::SetUnit(UT_DISTANCE, 1);
+  });
 }
