@@ -5,25 +5,21 @@
 #include "PtPreferencesDialog.h"
 #include "PxDataLogger.h"
 #include "PxEntry.h"
-#include "PxFloatProperty.h"
 #include "PxRecorder.h"
-#include "PxResult.h"
 #include "PxResultState.h"
 #include "PxSimConnectionTypes.h"
 #include "PxSimDeviceUi.h"
 #include "PxSimDriver.h"
-#include "PxSimProtocol.h"
 #include "PxSimSensor.h"
 #include "PxStaticUi.h"
 #include "PxTest.h"
+#include "PxTestGallery.h"
 #include "PxTestUi.h"
 #include "SensorView.h"
 #include "StartupConnection.h"
 
 #include <QAction>
 #include <QDir>
-#include <QMenu>
-#include <QMenuBar>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -32,21 +28,12 @@
 #include <gtest/gtest.h>
 
 namespace {
-QStringList MenuTitles(QMainWindow& aWindow)
-{
-  QStringList lTitles;
-  for (QAction* a : aWindow.menuBar()->actions()) {
-    lTitles << a->text();
-  }
-  return lTitles;
-}
-
 TEST(ConfigWindow, LibraryMenusAndActionsLandWhereUsersLookForThem)
 {
   ConfigWindow lWindow;
   ASSERT_TRUE(PxInit(&lWindow));
   // The library's Device menu, and View with its serial-port viewer, go between File and Settings.
-  EXPECT_EQ(MenuTitles(lWindow), (QStringList{"&File", "Device", "View", "&Settings", "&Help"}));
+  EXPECT_EQ(PxTest::MenuTitles(lWindow), (QStringList{"&File", "Device", "View", "&Settings", "&Help"}));
 
   auto* lSave = new QAction(QStringLiteral("Save configuration..."), &lWindow);
   lWindow.AddFileAction(lSave);
@@ -62,8 +49,7 @@ TEST(ConfigWindow, LibraryMenusAndActionsLandWhereUsersLookForThem)
   delete lWindow.CreateDeviceContext(); // the device UI deletes it at disconnect; the status bar must survive that
   lWindow.resize(800, 500);
   lWindow.show();
-  QDir().mkpath(QStringLiteral(PX_GALLERY_DIR));
-  EXPECT_TRUE(lWindow.grab().save(QStringLiteral(PX_GALLERY_DIR "/main-window.png")));
+  EXPECT_TRUE(PxTest::SaveToGallery(&lWindow, QStringLiteral("main-window")));
 
   lWindow.SetDeviceTitle(QStringLiteral("PX-16 #1234"));
   EXPECT_TRUE(lWindow.windowTitle().startsWith(QStringLiteral("PX-16 #1234")));
@@ -136,8 +122,7 @@ TEST(ConfigWindow, StartsOnTheSimulatedSensorAndRunsItFromTheMenus)
   }
   EXPECT_TRUE(lStatus.Text().contains(QStringLiteral("simulated sensor - "))) << lStatus.Text().toStdString();
   EXPECT_TRUE(lStatus.Text().contains(QStringLiteral("frames at"))) << lStatus.Text().toStdString();
-  QDir().mkpath(QStringLiteral(PX_GALLERY_DIR));
-  EXPECT_TRUE(lWindow.grab().save(QStringLiteral(PX_GALLERY_DIR "/main-window-connected.png")));
+  EXPECT_TRUE(PxTest::SaveToGallery(&lWindow, QStringLiteral("main-window-connected")));
 
   const QList<QAction*> lMenus = lWindow.menuBar()->actions();
   for (const char* lText : {"State", "Raw Traces", "Filtered Traces", "Raw Detections", "Debug", "Settings"}) {
@@ -147,16 +132,6 @@ TEST(ConfigWindow, StartsOnTheSimulatedSensorAndRunsItFromTheMenus)
     EXPECT_TRUE(lAction->isChecked()) << lText;
   }
   EXPECT_EQ(lUi->Windows().size(), 5); // one trace form for both kinds
-
-  // A new refresh rate, applied: the measured rate follows.
-  auto& lRate =
-      static_cast<PxFloatProperty&>(lSensor->Property(PxSimSensor::PropertyId(PxSimProtocol::ID_REFRESH_RATE)));
-  lRate.SetDoubleValue(0, 25.0);
-  lUi->ApplyAction()->trigger();
-  for (int i = 0; i < 20; ++i) {
-    lSensor->Acquire();
-  }
-  EXPECT_NEAR(lSensor->FindResult(PxResultState::RATE_ID)->Value(0), 25.0, 0.01);
 
   for (const char* lText : {"Start Recording", "Start Data Logging"}) {
     PxTest::MenuAction(lMenus, QString::fromLatin1(lText))->trigger();

@@ -67,7 +67,7 @@ protected:
   }
   QJsonObject Property(const QString& aKey)
   {
-    const CliRun lRun = Device({QStringLiteral("config"), QStringLiteral("get"), aKey, QStringLiteral("--json")});
+    const CliRun lRun = Device({"config", "get", aKey, "--json"});
     EXPECT_EQ(lRun.mExit, 0) << lRun;
     return lRun.Json();
   }
@@ -119,7 +119,7 @@ TEST(Cli, BadCommandLinesAndUnreachableDevicesEndWithAMessageAndTheirCode)
 
 TEST_F(CliAgainstSim, InfoAndConnectionsShowTheDeviceAndEveryProperty)
 {
-  const CliRun lInfo = Device({QStringLiteral("info"), QStringLiteral("--json")});
+  const CliRun lInfo = Device({"info", "--json"});
   ASSERT_EQ(lInfo.mExit, 0) << lInfo;
   const QJsonObject lDevice = lInfo.Json();
   EXPECT_EQ(lDevice[QStringLiteral("serialNumber")].toString(), QStringLiteral("PX16-SIM-000042"));
@@ -136,12 +136,11 @@ TEST_F(CliAgainstSim, InfoAndConnectionsShowTheDeviceAndEveryProperty)
   EXPECT_EQ(lProperties[QStringLiteral("distance-offset")][QStringLiteral("value")].toArray().size(), 16);
   EXPECT_EQ(lProperties[QStringLiteral("distance-offset")][QStringLiteral("unit")].toString(), QStringLiteral("m"));
 
-  const CliRun lText = Device({QStringLiteral("info")});
+  const CliRun lText = Device({"info"});
   EXPECT_TRUE(lText.mOut.contains(QRegularExpression(QStringLiteral("\\nrefresh-rate +\\d+ +e- 50.0 Hz\\n")))) << lText;
 
   const CliRun lConnections =
-      Cli({QStringLiteral("connections"), QStringLiteral("--probe"), QStringLiteral("127.0.0.1:%1").arg(mSim.Port()),
-           QStringLiteral("--probe"), QStringLiteral("127.0.0.1:1")});
+      Cli({"connections", "--probe", QStringLiteral("127.0.0.1:%1").arg(mSim.Port()), "--probe", "127.0.0.1:1"});
   EXPECT_EQ(lConnections.mExit, 0) << lConnections;
   EXPECT_TRUE(
       lConnections.mOut.contains(QStringLiteral("tcp://127.0.0.1:%1: Parvex 16 PX16-SIM-000042").arg(mSim.Port())))
@@ -178,7 +177,7 @@ TEST_F(CliAgainstSim, SettingsReachTheDeviceAndConfigurationFilesBringThemBack)
   EXPECT_EQ(Property(QStringLiteral("Oversampling:"))[QStringLiteral("text")].toString(), QStringLiteral("x4"));
   EXPECT_DOUBLE_EQ(Property(QStringLiteral("distance-offset"))[QStringLiteral("value")].toArray().at(3).toDouble(),
                    -1.25);
-  const CliRun lPlain = Device({QStringLiteral("config"), QStringLiteral("get"), QStringLiteral("0xA10104")});
+  const CliRun lPlain = Device({"config", "get", "0xA10104"});
   EXPECT_EQ(lPlain.mOut, QStringLiteral("20\n")) << "a script reads the bare value\n" << lPlain;
 }
 
@@ -204,8 +203,7 @@ TEST_F(CliAgainstSim, FirmwareFilesAreCheckedThenInstalled)
       lBytes[20 + aFlip] = static_cast<char>(lBytes[20 + aFlip] ^ 1);
     }
     const QString lName = mDir.filePath(QStringLiteral("fw-%1-%2-%3.ptb").arg(aType).arg(aCut).arg(aFlip));
-    QFile lOut(lName);
-    EXPECT_TRUE(lOut.open(QIODevice::WriteOnly) && lOut.write(lBytes) == lBytes.size());
+    EXPECT_TRUE(PxTest::WriteFile(lName, lBytes));
     return lName;
   };
   struct Case
@@ -223,7 +221,7 @@ TEST_F(CliAgainstSim, FirmwareFilesAreCheckedThenInstalled)
   };
   for (const Case& c : lCases) {
     SCOPED_TRACE(c.mWhat);
-    const CliRun lRun = Device({QStringLiteral("firmware"), c.mFile});
+    const CliRun lRun = Device({"firmware", c.mFile});
     EXPECT_EQ(lRun.mExit, c.mExit) << lRun;
     EXPECT_TRUE(lRun.mErr.contains(QString::fromUtf8(c.mMessage))) << lRun;
     EXPECT_EQ(Property(QStringLiteral("software-version"))[QStringLiteral("value")].toInt(), c.mVersionAfter);
@@ -237,10 +235,8 @@ TEST_F(CliAgainstSim, CtrlCEndsARecordingWithAFileThatReplaysAndExports)
   lEnvironment.insert(QStringLiteral("XDG_CONFIG_HOME"), PxTest::ScratchDir());
   lRecord.setProcessEnvironment(lEnvironment);
   lRecord.setReadChannel(QProcess::StandardError);
-  lRecord.start(QStringLiteral(PARVEX_CLI_PROGRAM),
-                {QStringLiteral("record"), QStringLiteral("--seconds"), QStringLiteral("60"), QStringLiteral("--out"),
-                 mDir.path(), QStringLiteral("--traces"), QStringLiteral("raw"), QStringLiteral("--connect"),
-                 QStringLiteral("tcp://127.0.0.1:%1").arg(mSim.Port())});
+  lRecord.start(QStringLiteral(PARVEX_CLI_PROGRAM), {"record", "--seconds", "60", "--out", mDir.path(), "--traces",
+                                                     "raw", "--connect", QStringLiteral("tcp://127.0.0.1:%1").arg(mSim.Port())});
   // The progress line: once at the first frame, then once a second.
   QByteArray lProgress;
   while (lProgress.count("recording:") < 2 && lRecord.waitForReadyRead(PxTest::WAIT_MS)) {
@@ -255,7 +251,7 @@ TEST_F(CliAgainstSim, CtrlCEndsARecordingWithAFileThatReplaysAndExports)
   const QString lFile = QString::fromUtf8(lRecord.readAllStandardOutput()).trimmed();
   ASSERT_TRUE(lFile.endsWith(QStringLiteral(".ptl"))) << lFile.toStdString();
 
-  const CliRun lInspect = Cli({QStringLiteral("inspect"), lFile, QStringLiteral("--json")});
+  const CliRun lInspect = Cli({"inspect", lFile, "--json"});
   ASSERT_EQ(lInspect.mExit, 0) << lInspect;
   const QJsonObject lRecord1 = lInspect.Json();
   const int lFrames = lRecord1[QStringLiteral("frames")].toInt();
@@ -270,12 +266,9 @@ TEST_F(CliAgainstSim, CtrlCEndsARecordingWithAFileThatReplaysAndExports)
   EXPECT_NEAR(lRecord1[QStringLiteral("durationMs")].toInt(), (lFrames - 1) * 20, 1) << "device time at 50 Hz";
 
   const QString lEchoes = mDir.filePath(QStringLiteral("echoes.csv"));
-  const CliRun lCsv = Cli({QStringLiteral("export"), lFile, QStringLiteral("--what"), QStringLiteral("echoes"),
-                           QStringLiteral("--out"), lEchoes});
+  const CliRun lCsv = Cli({"export", lFile, "--what", "echoes", "--out", lEchoes});
   ASSERT_EQ(lCsv.mExit, 0) << lCsv;
-  QFile lCsvFile(lEchoes);
-  ASSERT_TRUE(lCsvFile.open(QIODevice::ReadOnly));
-  const QList<QByteArray> lLines = lCsvFile.readAll().trimmed().split('\n');
+  const QList<QByteArray> lLines = PxTest::ReadFile(lEchoes).trimmed().split('\n');
   EXPECT_EQ(lLines.front(), QByteArray("frame,timestamp,segment,distance_m,amplitude,flag"));
   EXPECT_GT(lLines.size(), lFrames * 16) << "the wall is seen by every segment";
   EXPECT_TRUE(lLines.at(1).startsWith("1,")) << "frames count from 1";
@@ -284,35 +277,26 @@ TEST_F(CliAgainstSim, CtrlCEndsARecordingWithAFileThatReplaysAndExports)
   EXPECT_NEAR(lLines.at(1).split(',').at(3).toDouble(), 21.7, 0.5);
 
   const QString lPart = mDir.filePath(QStringLiteral("part.ptl"));
-  EXPECT_EQ(Cli({QStringLiteral("extract"), lFile, QStringLiteral("--from"), QStringLiteral("3"),
-                 QStringLiteral("--to"), QStringLiteral("7"), QStringLiteral("--out"), lPart})
-                .mExit,
-            0);
-  EXPECT_EQ(Cli({QStringLiteral("inspect"), lPart, QStringLiteral("--json")}).Json()[QStringLiteral("frames")].toInt(),
-            5);
+  EXPECT_EQ(Cli({"extract", lFile, "--from", "3", "--to", "7", "--out", lPart}).mExit, 0);
+  EXPECT_EQ(Cli({"inspect", lPart, "--json"}).Json()[QStringLiteral("frames")].toInt(), 5);
   // The last frame is frame lFrames; one more is beyond the file.
-  EXPECT_EQ(Cli({QStringLiteral("extract"), lFile, QStringLiteral("--from"), QString::number(lFrames),
-                 QStringLiteral("--to"), QString::number(lFrames), QStringLiteral("--out"), lPart})
-                .mExit,
-            0);
-  const CliRun lBeyond = Cli({QStringLiteral("extract"), lFile, QStringLiteral("--from"), QStringLiteral("1"),
-                              QStringLiteral("--to"), QString::number(lFrames + 1), QStringLiteral("--out"), lPart});
+  EXPECT_EQ(
+      Cli({"extract", lFile, "--from", QString::number(lFrames), "--to", QString::number(lFrames), "--out", lPart})
+          .mExit,
+      0);
+  const CliRun lBeyond = Cli({"extract", lFile, "--from", "1", "--to", QString::number(lFrames + 1), "--out", lPart});
   EXPECT_EQ(lBeyond.mExit, 1) << lBeyond;
 }
 
 TEST_F(CliAgainstSim, FrameLimitedRecordingsAndEchoLogsStopByThemselves)
 {
-  const CliRun lRecord =
-      Device({QStringLiteral("record"), QStringLiteral("--frames"), QStringLiteral("5"), QStringLiteral("--out"),
-              mDir.filePath(QStringLiteral("rec")), QStringLiteral("--json")});
+  const CliRun lRecord = Device({"record", "--frames", "5", "--out", mDir.filePath("rec"), "--json"});
   ASSERT_EQ(lRecord.mExit, 0) << lRecord;
   EXPECT_EQ(lRecord.Json()[QStringLiteral("frames")].toInt(), 5);
   const QString lFile = lRecord.Json()[QStringLiteral("files")].toArray().at(0).toString();
-  EXPECT_EQ(Cli({QStringLiteral("inspect"), lFile, QStringLiteral("--json")}).Json()[QStringLiteral("frames")].toInt(),
-            5);
+  EXPECT_EQ(Cli({"inspect", lFile, "--json"}).Json()[QStringLiteral("frames")].toInt(), 5);
 
-  const CliRun lLog = Device({QStringLiteral("log"), QStringLiteral("--seconds"), QStringLiteral("0.5"),
-                              QStringLiteral("--out"), mDir.filePath(QStringLiteral("log"))});
+  const CliRun lLog = Device({"log", "--seconds", "0.5", "--out", mDir.filePath("log")});
   ASSERT_EQ(lLog.mExit, 0) << lLog;
   QFile lText(lLog.mOut.trimmed());
   ASSERT_TRUE(lText.open(QIODevice::ReadOnly | QIODevice::Text)) << lLog;
@@ -328,9 +312,8 @@ TEST_F(CliAgainstSim, ALostLinkEndsARecordingWithItsCodeAndAReplayableFile)
 {
   QProcess lRecord;
   lRecord.setReadChannel(QProcess::StandardError);
-  lRecord.start(QStringLiteral(PARVEX_CLI_PROGRAM),
-                {QStringLiteral("record"), QStringLiteral("--seconds"), QStringLiteral("60"), QStringLiteral("--out"),
-                 mDir.path(), QStringLiteral("--connect"), QStringLiteral("tcp://127.0.0.1:%1").arg(mSim.Port())});
+  lRecord.start(QStringLiteral(PARVEX_CLI_PROGRAM), {"record", "--seconds", "60", "--out", mDir.path(), "--connect",
+                                                     QStringLiteral("tcp://127.0.0.1:%1").arg(mSim.Port())});
   QByteArray lErr;
   while (!lErr.contains("recording:") && lRecord.waitForReadyRead(PxTest::WAIT_MS)) {
     lErr += lRecord.readAllStandardError();
@@ -341,6 +324,5 @@ TEST_F(CliAgainstSim, ALostLinkEndsARecordingWithItsCodeAndAReplayableFile)
   EXPECT_EQ(lRecord.exitCode(), 3);
   EXPECT_TRUE(lRecord.readAllStandardError().contains("lost the link to tcp://127.0.0.1:"));
   const QString lFile = QString::fromUtf8(lRecord.readAllStandardOutput()).trimmed();
-  EXPECT_GT(Cli({QStringLiteral("inspect"), lFile, QStringLiteral("--json")}).Json()[QStringLiteral("frames")].toInt(),
-            0);
+  EXPECT_GT(Cli({"inspect", lFile, "--json"}).Json()[QStringLiteral("frames")].toInt(), 0);
 }

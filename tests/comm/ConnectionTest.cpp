@@ -60,17 +60,6 @@ TEST(ConnectionRegistry, LookupsTakeTheFirstRegistrationAndUnknownNamesGiveNothi
   PxConnection::sSerialConnections.clear();
 }
 
-TEST(Connection, CommunicationErrorPacksBothCodes)
-{
-  struct {
-    unsigned short mLow, mHigh;
-    unsigned int mCode;
-  } lCases[] = {{5, 2, 131077}, {0xFFFF, 0xFFFF, 0xFFFFFFFFu}};
-  for (const auto& c : lCases) {
-    EXPECT_EQ(PxTest::ErrorCode([&] { PxConnection::PtCommunicationError(c.mLow, c.mHigh); }), c.mCode);
-  }
-}
-
 // --- the request/answer discipline ---------------------------------------------------------------
 
 TEST(ControlConnection, AnswerOutcomesDecideWhetherTheLinkSurvives)

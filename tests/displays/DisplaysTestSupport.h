@@ -2,7 +2,6 @@
 
 // A test sensor fed with real traces and echoes answers, for the display suites and benchmark.
 
-#include "PxFloatProperty.h"
 #include "PxIntegerProperty.h"
 #include "PxProtocolReader.h"
 #include "PxResultEchoes.h"
@@ -17,8 +16,6 @@
 #include <vector>
 
 namespace DisplaysTest {
-constexpr std::uint16_t REQUEST = 0x21;
-
 // A test sensor that may deliver filtered (32-bit) traces besides the raw ones.
 class TraceSensor : public PxTestSensor
 {
@@ -70,7 +67,7 @@ public:
     for (int s = 0; s < lSegments; ++s) {
       lBody.U32(0);
     }
-    aTraces.ReadFromPtProtocol(Answer(lBody));
+    aTraces.ReadFromPtProtocol(mTransport.Answer(lBody));
   }
 
   // One echoes answer: distance and amplitude raw (the scales are 1), the third value is the
@@ -97,15 +94,7 @@ public:
     lElement(4229, 4, [&](const Echo& e) { lBody.U32(e.mBase); });
     lElement(4231, 1, [&](const Echo& e) { lBody.U8(e.mSegment); });
     lElement(4232, 1, [&](const Echo& e) { lBody.U8(e.mFlag); });
-    EchoesProvider().ReadFromPtProtocol(Answer(lBody));
-  }
-
-  PxProtocolReader& Answer(const PxTestBytes& aPayload)
-  {
-    mTransport.Queue(
-        PxTestBytes().AnswerHeader(2, 0, static_cast<std::uint32_t>(aPayload.Size()), REQUEST).Bytes(aPayload));
-    mTransport.Reader().ReadAnswerHeader(REQUEST);
-    return mTransport.Reader();
+    EchoesProvider().ReadFromPtProtocol(mTransport.Answer(lBody));
   }
 
   PxTestTransport mTransport;

@@ -5,33 +5,25 @@
 #include "PxEchoForm.h"
 #include "PxEchoesGraph.h"
 #include "PxFloatProperty.h"
-#include "PxInProcessConnection.h"
-#include "PxSimDriver.h"
 #include "PxSimProtocol.h"
-#include "PxSimSensor.h"
 #include "PxTest.h"
 #include "PxTestGallery.h"
+#include "PxTestSimSensor.h"
 #include "PxTraceForm.h"
 #include "PxTraceWidget.h"
 #include "PxUnits.h"
 
-#include <QTableWidget>
 
 #include <gtest/gtest.h>
-#include <memory>
 
 namespace {
-struct Simulated : testing::Test
+struct Simulated : testing::Test, PxTest::SimSensor
 {
   void SetUp() override
   {
     PxUnits::Initialize();
     PxUnits::SetUnit(UT_DISTANCE, 1);
-    PxSimDriver::Register();
-    ASSERT_TRUE(mLink.Connect());
-    mSensor.reset(dynamic_cast<PxSimSensor*>(PxDevice::Create(PxSimSensor::TYPE, &mLink)));
     ASSERT_TRUE(mSensor);
-    mSensor->Initialize();
   }
   // Runs the device for aFrames frames (20 ms of device time each at the default rate).
   void Run(int aFrames)
@@ -40,9 +32,6 @@ struct Simulated : testing::Test
       mSensor->Acquire();
     }
   }
-
-  PxInProcessConnection mLink;
-  std::unique_ptr<PxSimSensor> mSensor;
 };
 } // namespace
 

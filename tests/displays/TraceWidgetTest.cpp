@@ -2,7 +2,6 @@
 // pointer finds, what each key does, and how the form's menus and boxes stay in line.
 
 #include "DisplaysTestSupport.h"
-#include "PxResultSubscription.h"
 #include "PxTraceForm.h"
 #include "PxTraceWidget.h"
 

@@ -5,7 +5,6 @@
 #include "PtDocumentReader.h"
 #include "PtErrorLogForm.h"
 #include "PxCommand.h"
-#include "PxHost.h"
 #include "PxInProcessConnection.h"
 #include "PxRecordPlayer.h"
 #include "PxRecorder.h"
@@ -15,7 +14,7 @@
 #include "PxSimProtocol.h"
 #include "PxSimSensor.h"
 #include "PxTcpConnection.h"
-#include "PxTest.h"
+#include "PxTestHost.h"
 #include "PxTransportError.h"
 #include "SimProcess.h"
 
@@ -83,22 +82,6 @@ protected:
   std::unique_ptr<SimProcess> mProcess;
   std::unique_ptr<PxControlConnection> mLink;
   std::unique_ptr<PxSimSensor> mSensor;
-};
-
-// A host window with nothing in it but its Tick.
-class TickHost : public PxHost
-{
-public:
-  bool UseSavedLayout() override { return false; }
-  void SetDeviceTitle(const QString&) override {}
-  void AddToolBarAction(QAction*) override {}
-  QObject* CreateDeviceContext() override { return new QObject; }
-  QMenu* AddMenu(const QString&) override { return nullptr; }
-  void AddFileAction(QAction*) override {}
-  void AddSettingsAction(QAction*) override {}
-  void AddHelpAction(QAction*) override {}
-  void AddStatusWidget(QWidget*) override {}
-  void ShowStatusMessage(const QString&, int) override {}
 };
 
 // Counts the frames each provider announces, in order.
@@ -264,50 +247,9 @@ TEST_P(SimSensorLink, TwoHundredFramesArriveAtTheConfiguredRate)
   EXPECT_TRUE(lFiltered->ThirtyTwoBit());
   EXPECT_EQ(lFiltered->Traces().size(), 16u);
 
-  // Second debug command: with motion frozen and noise off, consecutive frames are the same.
+  // Second debug command (the scene's flags): it answers with the frame counter of the last frame.
   Debug(PxSensor::COMMAND_DEBUG_2, 0, SCENE_FREEZE_MOTION | SCENE_NO_NOISE, 0, 0);
   EXPECT_EQ(mSensor->LastDebugResult(), 199u) << "the frame counter of the last of frames 0 to 199";
-  mSensor->Acquire();
-  const std::vector<PxEcho> lFirst(mSensor->EchoesProvider().Echoes().begin(),
-                                   mSensor->EchoesProvider().Echoes().begin() + mSensor->EchoesProvider().EchoCount());
-  mSensor->Acquire();
-  ASSERT_EQ(mSensor->EchoesProvider().EchoCount(), lFirst.size());
-  for (size_t i = 0; i < lFirst.size(); ++i) {
-    EXPECT_EQ(mSensor->EchoesProvider().Echoes()[i].mDistance, lFirst[i].mDistance) << "echo " << i;
-  }
-}
-
-TEST_P(SimSensorLink, RecordedFramesReplayThroughTheRegisteredPlayerAsTheyWereLive)
-{
-  QTemporaryDir lDir;
-  PxRecorder::SetParameters(PxRecorder::Flags() | 4, lDir.path(), PxRecorder::MaxFileSize(), PxRecorder::MaxTime());
-  PxResultSubscription lView(2 | 16);
-  mSensor->Subscribe(&lView);
-  mSensor->CreateRecorder();
-  EXPECT_FALSE(mSensor->CanModifyConfiguration()) << "configuration is locked while recording";
-  std::vector<size_t> lLiveEchoes;
-  for (int i = 0; i < 30; ++i) {
-    mSensor->Acquire();
-    lLiveEchoes.push_back(mSensor->EchoesProvider().EchoCount());
-  }
-  mSensor->StopRecorder();
-  EXPECT_TRUE(mSensor->CanModifyConfiguration());
-
-  const QStringList lFiles = QDir(lDir.path()).entryList({QStringLiteral("*.ptl")}, QDir::Files);
-  ASSERT_EQ(lFiles.size(), 1);
-  std::unique_ptr<PxRecordPlayer> lPlayer(PxRecordPlayer::CreateFromFile(QDir(lDir.path()).filePath(lFiles[0])));
-  ASSERT_NE(lPlayer, nullptr) << "the driver registers its record files";
-  lPlayer->Start();
-  ASSERT_EQ(lPlayer->RecordSize(), lLiveEchoes.size());
-  auto* lReplayed = dynamic_cast<PxSimSensor*>(lPlayer->Sensor());
-  ASSERT_NE(lReplayed, nullptr);
-  size_t lFrame = 0;
-  while (lPlayer->ReadNext()) {
-    ASSERT_LT(lFrame, lLiveEchoes.size());
-    EXPECT_EQ(lReplayed->EchoesProvider().EchoCount(), lLiveEchoes[lFrame]) << "frame " << lFrame;
-    ++lFrame;
-  }
-  EXPECT_EQ(lFrame, lLiveEchoes.size());
 }
 
 TEST_P(SimSensorLink, EveryInjectedFaultEndsAsDocumented)
@@ -380,7 +322,7 @@ TEST(SimSensor, WithoutALinkNothingIsSentAndNothingAborts)
 
 TEST(SimSensor, ASensorMadeForTheApplicationAcquiresOnTheHostsTick)
 {
-  TickHost lHost;
+  PxTest::Host lHost;
   PxSimDriver::Register(&lHost);
   PxInProcessConnection lLink;
   ASSERT_TRUE(lLink.Connect());

@@ -1,8 +1,6 @@
 #include "PxEntry.h"
-#include "PxHost.h"
 #include "PxUnits.h"
 
-#include <QIcon>
 #include <QImage>
 #include <dlfcn.h>
 #include <gtest/gtest.h>

@@ -1,15 +1,14 @@
-#include "PtDialog.h"
 #include "PtModalScript.h"
 #include "PxConnection.h"
 #include "PxConnectionDialog.h"
 #include "PxConnectionWidget.h"
 #include "PxDeviceUi.h"
 #include "PxDockWidget.h"
-#include "PxHost.h"
 #include "PxStaticUi.h"
 #include "PxTest.h"
 #include "PxTestDevice.h"
 #include "PxTestGallery.h"
+#include "PxTestHost.h"
 #include "PxTestTransport.h"
 #include "PxTestUi.h"
 #include "PxTextProperty.h"
@@ -18,57 +17,14 @@
 #include <QCoreApplication>
 #include <QFile>
 #include <QLabel>
-#include <QMenu>
-#include <QMenuBar>
 #include <QMessageBox>
-#include <QPushButton>
 #include <QRegularExpression>
 #include <QSettings>
 #include <QSignalSpy>
-#include <QStatusBar>
-#include <QToolBar>
 
 #include <gtest/gtest.h>
 
 namespace {
-class TestHost : public PxHost
-{
-public:
-  TestHost()
-  {
-    mFile = menuBar()->addMenu(QStringLiteral("File"));
-    mHelp = menuBar()->addMenu(QStringLiteral("Help"));
-    mToolBar = addToolBar(QStringLiteral("Tools"));
-    mToolBar->setObjectName(QStringLiteral("Tools"));
-    setCentralWidget(new QLabel(QStringLiteral("host")));
-    resize(900, 600);
-  }
-  bool UseSavedLayout() override { return mUseSavedLayout; }
-  void SetDeviceTitle(const QString& aTitle) override { mTitle = aTitle; }
-  void AddToolBarAction(QAction* aAction) override { mToolBar->addAction(aAction); }
-  QObject* CreateDeviceContext() override { return new QObject; }
-  QMenu* AddMenu(const QString& aTitle) override { return menuBar()->addMenu(aTitle); }
-  void AddFileAction(QAction* aAction) override { mFile->addAction(aAction); }
-  void AddSettingsAction(QAction*) override {}
-  void AddHelpAction(QAction* aAction) override { mHelp->addAction(aAction); }
-  void AddStatusWidget(QWidget* aWidget) override { statusBar()->addPermanentWidget(aWidget); }
-  void ShowStatusMessage(const QString&, int) override {}
-  QStringList MenuTitles() const
-  {
-    QStringList lTitles;
-    for (QAction* a : menuBar()->actions()) {
-      lTitles << a->text();
-    }
-    return lTitles;
-  }
-
-  bool mUseSavedLayout = false;
-  QString mTitle;
-  QMenu* mFile = nullptr;
-  QMenu* mHelp = nullptr;
-  QToolBar* mToolBar = nullptr;
-};
-
 class TestForm : public PxDockWidget
 {
 public:
@@ -191,7 +147,7 @@ protected:
   TestUi* Ui() const { return static_cast<TestUi*>(PxStaticUi::Ui()); }
 
   std::vector<PxConnection::Type> mSavedTypes;
-  TestHost mHost;
+  PxTest::Host mHost;
   PxStaticUi* mUi = nullptr;
 };
 
@@ -349,7 +305,7 @@ TEST_F(Shell, LinkLostUnderAModalDialogIsTornDownOnTheFirstTickAfterIt)
 
 TEST_F(Shell, ViewMenuAndReplayExcludingConnect)
 {
-  EXPECT_EQ(mHost.MenuTitles(), QStringList({"File", "Help", "Device", "View"}));
+  EXPECT_EQ(PxTest::MenuTitles(mHost), QStringList({"File", "Help", "Device", "View"}));
   QAction* lSerial = mUi->SerialPortAction();
   PxStaticUi::RemoveViewAction(lSerial);
   EXPECT_NE(mUi->ViewMenu(), nullptr) << "the menu goes at the next update, not at once";
@@ -360,14 +316,10 @@ TEST_F(Shell, ViewMenuAndReplayExcludingConnect)
   PxStaticUi::AddViewAction(&lExtra);
   ASSERT_NE(mUi->ViewMenu(), nullptr) << "and comes back with the next action";
   ASSERT_NE(mUi->ReplayForm(), nullptr);
-  EXPECT_FALSE(mUi->ConnectAction()->isEnabled());
+  // How each way of ending a replay gives Connect back is the replay suite's; here the action only.
   EXPECT_TRUE(mUi->ReplayAction()->isChecked());
-  mUi->ReplayForm()->close(); // by its own close button
-  EXPECT_TRUE(mUi->ConnectAction()->isEnabled());
   mUi->ReplayAction()->trigger();
-  mUi->ReplayAction()->trigger(); // and by the action again
   EXPECT_EQ(mUi->ReplayForm(), nullptr);
-  EXPECT_TRUE(mUi->ConnectAction()->isEnabled());
 
   PtModalScript lScript;
   ConnectThroughDialog(lScript);

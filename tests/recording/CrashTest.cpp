@@ -1,5 +1,4 @@
 #include "PxRecordPlayer.h"
-#include "PxRecorder.h"
 #include "PxSimDriver.h"
 #include "PxTest.h"
 #include "RecordingTestSupport.h"

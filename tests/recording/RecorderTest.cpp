@@ -219,7 +219,5 @@ TEST(Recorder, ASensorDestroyedWhileRecordingLeavesFinishedFiles)
   std::unique_ptr<PxRecordPlayer> lPlayer(PxRecordPlayer::CreateFromFile(lRecord));
   lPlayer->Start();
   EXPECT_EQ(lPlayer->RecordSize(), 3u);
-  QFile lFile(lLog);
-  ASSERT_TRUE(lFile.open(QIODevice::ReadOnly));
-  EXPECT_EQ(lFile.readAll().count('\n'), static_cast<int>(EchoCountOf(0) + EchoCountOf(1) + EchoCountOf(2)));
+  EXPECT_EQ(PxTest::ReadFile(lLog).count('\n'), static_cast<int>(EchoCountOf(0) + EchoCountOf(1) + EchoCountOf(2)));
 }

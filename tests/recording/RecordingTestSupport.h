@@ -11,12 +11,12 @@
 #include "PxTestSensor.h"
 #include "PxTestTransport.h"
 
-#include <QDateTime>
 #include <QDir>
 #include <QString>
 #include <QStringList>
 
 #include <cstring>
+#include <gtest/gtest.h>
 #include <vector>
 
 // A test sensor fed with synthetic frames through its real providers, as a driver feeds them.
@@ -74,10 +74,7 @@ public:
       lBody.U32(aFrame + static_cast<PtU32>(c));
     }
     mTransport.Rewind();
-    mTransport.Queue(
-        PxTestBytes().AnswerHeader(2, 0, static_cast<std::uint32_t>(lBody.Size()), TRACES_REQUEST).Bytes(lBody));
-    mTransport.Reader().ReadAnswerHeader(TRACES_REQUEST);
-    mSensor.TraceProvider().ReadFromPtProtocol(mTransport.Reader());
+    mSensor.TraceProvider().ReadFromPtProtocol(mTransport.Answer(lBody, TRACES_REQUEST));
   }
 
   void PublishEchoes(PtU32 aFrame)
@@ -171,6 +168,15 @@ inline long FrameShown(PxSensor& aSensor, bool aTraces, QString* aWhy)
     }
   }
   return static_cast<long>(lFrame);
+}
+
+// The frame aSensor shows, with a test failure when its results are not one whole frame.
+inline long Shown(PxSensor& aSensor)
+{
+  QString lWhy;
+  const long lFrame = FrameShown(aSensor, true, &lWhy);
+  EXPECT_GE(lFrame, 0) << lWhy.toStdString();
+  return lFrame;
 }
 
 inline PxRecordPlayer* MakeTestPlayer(const QString& aFileName)

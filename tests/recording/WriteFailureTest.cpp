@@ -20,19 +20,8 @@ namespace {
 // Tests run as root, so permissions stop nothing: a directory below a regular file cannot exist.
 QString BelowAFile(const QTemporaryDir& aDir)
 {
-  QFile lFile(aDir.path() + QStringLiteral("/file"));
-  lFile.open(QIODevice::WriteOnly);
-  return lFile.fileName() + QStringLiteral("/rec");
-}
-
-std::string TextOf(const std::function<void()>& aCall)
-{
-  try {
-    aCall();
-  } catch (const std::exception& e) {
-    return e.what();
-  }
-  return "no exception";
+  PxTest::WriteFile(aDir.path() + QStringLiteral("/file"), {});
+  return aDir.path() + QStringLiteral("/file/rec");
 }
 
 // Frames replayed from aFiles in order, checked to be 0, 1, 2, ...; -1 on a mismatch.
@@ -60,8 +49,8 @@ TEST(RecordingFailure, AnUncreatableDirectoryStopsNothingThatRuns)
   SyntheticSensor lSource(0, 0);
   PxRecorder::SetParameters(33, lBad, 500, 60);
   PxDataLogger::SetParameters(lBad);
-  EXPECT_EQ(TextOf([&] { lSource.mSensor.CreateRecorder(); }), "0 Failed to create recording directory.");
-  EXPECT_EQ(TextOf([&] { lSource.mSensor.CreateDataLogger(); }), "0 Failed to create logging directory.");
+  EXPECT_EQ(PxTest::ErrorText([&] { lSource.mSensor.CreateRecorder(); }), "Failed to create recording directory.");
+  EXPECT_EQ(PxTest::ErrorText([&] { lSource.mSensor.CreateDataLogger(); }), "Failed to create logging directory.");
   EXPECT_EQ(lSource.mSensor.Recorder(), nullptr);
   EXPECT_EQ(lSource.mSensor.DataLogger(), nullptr);
   EXPECT_EQ(lSource.mSensor.DataMask(), 0u);

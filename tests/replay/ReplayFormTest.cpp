@@ -12,12 +12,10 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QLabel>
-#include <QMenuBar>
 #include <QPointer>
 #include <QSignalSpy>
 #include <QSlider>
 #include <QSpinBox>
-#include <QStatusBar>
 #include <QTemporaryDir>
 
 #include <functional>
@@ -27,14 +25,6 @@ using namespace RecordingTest;
 using namespace ReplayTest;
 
 namespace {
-
-long Shown(PxRecordPlayerForm& aForm)
-{
-  QString lWhy;
-  const long lFrame = FrameShown(*aForm.Sensor(), true, &lWhy);
-  EXPECT_GE(lFrame, 0) << lWhy.toStdString();
-  return lFrame;
-}
 
 // The value of one info row: its label is named after the row.
 QString Info(QWidget& aForm, const char* aRow)
@@ -105,7 +95,7 @@ TEST_F(ReplayForm, ChoosesARecordAndMovesThroughItsFrames)
     SCOPED_TRACE(lStep.mWhat);
     lStep.mDo();
     EXPECT_EQ(mForm.Player()->CurrentIndex(), lStep.mIndex);
-    EXPECT_EQ(Shown(mForm), static_cast<long>(lStep.mIndex) - 1);
+    EXPECT_EQ(Shown(*mForm.Sensor()), static_cast<long>(lStep.mIndex) - 1);
     EXPECT_EQ(lSlider->value(), static_cast<int>(lStep.mIndex));
     EXPECT_EQ(lBox->value(), static_cast<int>(lStep.mIndex));
     // What the state form shows as the elapsed time: counted from the record's first frame.
@@ -132,9 +122,9 @@ TEST_F(ReplayForm, ChoosesARecordAndMovesThroughItsFrames)
   PxRecordPlayerForm lOther(nullptr);
   ASSERT_TRUE(lOther.OpenFile(lPart));
   EXPECT_EQ(lOther.Player()->RecordSize(), 5u);
-  EXPECT_EQ(Shown(lOther), 3);
+  EXPECT_EQ(Shown(*lOther.Sensor()), 3);
   lOther.PBLastClicked();
-  EXPECT_EQ(Shown(lOther), 7);
+  EXPECT_EQ(Shown(*lOther.Sensor()), 7);
 }
 
 TEST_F(ReplayForm, PlaysInRecordedTimeAtTheChosenSpeedAndLoops)
@@ -155,7 +145,7 @@ TEST_F(ReplayForm, PlaysInRecordedTimeAtTheChosenSpeedAndLoops)
     ASSERT_EQ(lPlaying.size(), 2) << "started, then stopped at the end";
     EXPECT_GE(lClock.elapsed(), lLeastMs);
     EXPECT_EQ(mForm.Player()->CurrentIndex(), 20u);
-    EXPECT_EQ(Shown(mForm), 19);
+    EXPECT_EQ(Shown(*mForm.Sensor()), 19);
   }
 
   // Loop: the first frame follows the last until the user pauses.
@@ -176,17 +166,10 @@ TEST_F(ReplayForm, PlaysInRecordedTimeAtTheChosenSpeedAndLoops)
 
 TEST_F(ReplayForm, BadFilesEndInAClearMessage)
 {
-  const QByteArray lGood = [&] {
-    QFile lFile(mFile);
-    lFile.open(QIODevice::ReadOnly);
-    return lFile.readAll();
-  }();
+  const QByteArray lGood = PxTest::ReadFile(mFile);
   auto lWrite = [&](const char* aName, const QByteArray& aBytes) {
-    const QString lPath = mDir.filePath(QLatin1String(aName));
-    QFile lFile(lPath);
-    lFile.open(QIODevice::WriteOnly);
-    lFile.write(aBytes);
-    return lPath;
+    PxTest::WriteFile(mDir.filePath(QLatin1String(aName)), aBytes);
+    return mDir.filePath(QLatin1String(aName));
   };
   QByteArray lDamaged = lGood;
   // Garbage over a frame in the middle: the frames before it replay, that one is reported.
@@ -241,7 +224,7 @@ TEST_F(ReplayForm, BadFilesEndInAClearMessage)
       EXPECT_EQ(lPart.Player()->RecordSize(), lLast - 1);
       EXPECT_EQ(Info(lPart, "Frames"), QString::number(lLast - 1));
       lPart.PBLastClicked();
-      EXPECT_EQ(Shown(lPart), static_cast<long>(lLast) - 1);
+      EXPECT_EQ(Shown(*lPart.Sensor()), static_cast<long>(lLast) - 1);
       mForm.PBLastClicked();
     }
     if (QLatin1String(lCase.mName) == QLatin1String("damaged frame")) {
@@ -251,9 +234,9 @@ TEST_F(ReplayForm, BadFilesEndInAClearMessage)
       EXPECT_LT(lDamaged, 20u);
       EXPECT_TRUE(lScript.Interactions()[0].mText.startsWith(QStringLiteral("Frame %1 ").arg(lDamaged)));
       mForm.PBPreviousClicked();
-      EXPECT_EQ(Shown(mForm), static_cast<long>(lDamaged) - 2);
+      EXPECT_EQ(Shown(*mForm.Sensor()), static_cast<long>(lDamaged) - 2);
     } else if (lCase.mOpens) {
-      EXPECT_EQ(Shown(mForm), static_cast<long>(mForm.Player()->CurrentIndex()) - 1);
+      EXPECT_EQ(Shown(*mForm.Sensor()), static_cast<long>(mForm.Player()->CurrentIndex()) - 1);
     }
   }
 }
@@ -263,7 +246,7 @@ TEST(ReplayInTheApplication, ReplayedSensorHasTheSensorFormsViewsOnlyUntilTheRep
   RegisterUiPlayer();
   QTemporaryDir lDir;
   const QString lFile = RecordSynthetic(lDir.path(), 10, 2, 16);
-  ReplayHost lHost(true);
+  PxTest::Host lHost(true);
   ASSERT_TRUE(PxStaticUi::Initialize(&lHost));
   PxStaticUi* lApp = PxStaticUi::Singleton();
   auto lViewTexts = [&] {

@@ -1,47 +1,15 @@
 #pragma once
 
 #include "../recording/RecordingTestSupport.h"
-#include "PxHost.h"
+#include "PxTestHost.h"
 #include "PxSensorUi.h"
 
-#include <QMenuBar>
-#include <QStatusBar>
-#include <QToolBar>
 
 // The test sensor's records replayed as a driver replays its own: with the UI a connected test
 // sensor would get, in a window that places menus, tool bar and status widgets as a host does.
 namespace ReplayTest {
-class ReplayHost : public PxHost
-{
-public:
-  explicit ReplayHost(bool aUseSavedLayout = false)
-      : mUseSavedLayout(aUseSavedLayout)
-  {
-    mFile = menuBar()->addMenu(QStringLiteral("File"));
-    mToolBar = addToolBar(QStringLiteral("Main"));
-    mToolBar->setObjectName(QStringLiteral("Main"));
-    resize(800, 500);
-  }
-  bool UseSavedLayout() override { return mUseSavedLayout; }
-  void SetDeviceTitle(const QString&) override {}
-  void AddToolBarAction(QAction* aAction) override { mToolBar->addAction(aAction); }
-  QObject* CreateDeviceContext() override
-  {
-    ++mDeviceContexts;
-    return new QObject;
-  }
-  QMenu* AddMenu(const QString& aTitle) override { return menuBar()->addMenu(aTitle); }
-  void AddFileAction(QAction* aAction) override { mFile->addAction(aAction); }
-  void AddSettingsAction(QAction*) override {}
-  void AddHelpAction(QAction*) override {}
-  void AddStatusWidget(QWidget* aWidget) override { statusBar()->addPermanentWidget(aWidget); }
-  void ShowStatusMessage(const QString&, int) override {}
-
-  bool mUseSavedLayout;
-  int mDeviceContexts = 0;
-  QMenu* mFile = nullptr;
-  QToolBar* mToolBar = nullptr;
-};
+// The window the replayed sensor's forms live in (the benchmark uses it by this name).
+using ReplayHost = PxTest::Host;
 
 class TestSensorUi : public PxSensorUi
 {

@@ -1,12 +1,14 @@
 #include "PxIntegerProperty.h"
 #include "PxResultEchoes.h"
 #include "PxTest.h"
-#include "ResultsTestSupport.h"
+#include "PxTestBytes.h"
+#include "PxTestTransport.h"
 
 #include <QSignalSpy>
+
+#include <gtest/gtest.h>
 #include <QTextStream>
 
-using namespace ResultsTest;
 
 namespace {
 struct Echoes
@@ -18,7 +20,7 @@ struct Echoes
       lProperty->SetLimits(0, 1000000);
     }
   }
-  void Answer(const PxTestBytes& aPayload) { mProvider.ReadFromPtProtocol(ResultsTest::Answer(mTransport, aPayload)); }
+  void Answer(const PxTestBytes& aPayload) { mProvider.ReadFromPtProtocol(mTransport.Answer(aPayload)); }
   PxIntegerProperty mDistanceScale{8, 4099, 4100, 4};
   PxIntegerProperty mAmplitudeScale{8, 4100, 4102, 4};
   PxResultEchoes mProvider{mDistanceScale, mAmplitudeScale};

@@ -5,13 +5,15 @@
 #include "PxResultProvider.h"
 #include "PxTest.h"
 #include "PxUnits.h"
-#include "ResultsTestSupport.h"
+#include "PxTestBytes.h"
+#include "PxTestTransport.h"
 
 #include <QSignalSpy>
 
+#include <gtest/gtest.h>
+
 #include <limits>
 
-using namespace ResultsTest;
 
 namespace {
 // The smallest real provider: two results of its own, decoded by the base class's lookups.
@@ -161,7 +163,7 @@ TEST(Result, ReadsAnswerElementsWideningNarrowItems)
   PxTestTransport lTransport;
   PxResult lResult(700, 70, DT_UNSIGNED_32, 0, 4, 4, 0);
   auto lRead = [&](const PxTestBytes& aElement) {
-    PxProtocolReader& lReader = Answer(lTransport, aElement);
+    PxProtocolReader& lReader = lTransport.Answer(aElement);
     lReader.ReadPayload();
     lReader.Advance();
     lResult.ReadFromPtProtocol(lReader);
@@ -190,7 +192,7 @@ TEST(ResultProvider, SharedMapsRouteAnswersAndDocumentsAndOneNewDataPerFrame)
 
   QSignalSpy lNewData(&lProvider, &PxResultProvider::NewData);
   PxTestTransport lTransport;
-  lProvider.Read(Answer(lTransport, PxTestBytes()
+  lProvider.Read(lTransport.Answer(PxTestBytes()
                                         .ElementHeader(71, 1, 2)
                                         .U16(0xFFF6)
                                         .ElementHeader(999, 1, 4) // nobody's: skipped

@@ -1,10 +1,7 @@
 #include "PtException.h"
-#include "PxResultState.h"
-#include "PxResultSubscription.h"
 #include "PxTestSensor.h"
 #include "PxTestTransport.h"
 
-#include <QSignalSpy>
 #include <gtest/gtest.h>
 #include <memory>
 

@@ -4,13 +4,15 @@
 #include "PxIntegerProperty.h"
 #include "PxResultState.h"
 #include "PxTest.h"
-#include "ResultsTestSupport.h"
+#include "PxTestBytes.h"
+#include "PxTestTransport.h"
 
 #include <QSignalSpy>
 
+#include <gtest/gtest.h>
+
 #include <limits>
 
-using namespace ResultsTest;
 
 namespace {
 void Frame(PxResultState& aState, PtU32 aTimestamp)
@@ -31,9 +33,7 @@ struct State
   // Decodes one state answer of timestamp aTimestamp and temperature aTemperature.
   void Answer(PtU32 aTimestamp, std::uint16_t aTemperature)
   {
-    mProvider.ReadFromPtProtocol(ResultsTest::Answer(
-        mTransport,
-        PxTestBytes().ElementHeader(4176, 1, 4).U32(aTimestamp).ElementHeader(4180, 1, 2).U16(aTemperature)));
+    mProvider.ReadFromPtProtocol(mTransport.Answer(PxTestBytes().ElementHeader(4176, 1, 4).U32(aTimestamp).ElementHeader(4180, 1, 2).U16(aTemperature)));
   }
   float Rate() const { return static_cast<float>(mRate->Value(0)); }
   PxResultProvider::Map mResults, mDeviceResults;
@@ -87,12 +87,12 @@ TEST(ResultState, DecodesTheStateAnswer)
 
   // Element 1 is the rate result's device id: a device that measures its own rate overrides ours.
   lProvider.ReadFromPtProtocol(
-      Answer(lState.mTransport, PxTestBytes().ElementHeader(4176, 1, 4).U32(1100).ElementHeader(1, 1, 4).F32(9.5f)));
+      lState.mTransport.Answer(PxTestBytes().ElementHeader(4176, 1, 4).U32(1100).ElementHeader(1, 1, 4).F32(9.5f)));
   EXPECT_FLOAT_EQ(lState.Rate(), 9.5f);
 
   // A timestamp of the wrong size is a protocol error; no frame is announced and no update stays open.
   EXPECT_EQ(PxTest::ErrorCode([&] {
-              lProvider.ReadFromPtProtocol(Answer(lState.mTransport, PxTestBytes().ElementHeader(4176, 1, 2).U16(5)));
+              lProvider.ReadFromPtProtocol(lState.mTransport.Answer(PxTestBytes().ElementHeader(4176, 1, 2).U16(5)));
             }),
             1002u);
   EXPECT_FALSE(lProvider.Updating());

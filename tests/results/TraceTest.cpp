@@ -4,12 +4,13 @@
 #include "PxIntegerProperty.h"
 #include "PxResultTrace.h"
 #include "PxTest.h"
-#include "ResultsTestSupport.h"
+#include "PxTestBytes.h"
+#include "PxTestTransport.h"
 
-#include <QPointF>
 #include <QSignalSpy>
 
-using namespace ResultsTest;
+#include <gtest/gtest.h>
+
 
 namespace {
 // The sensor's properties that drive a trace provider, and the provider.
@@ -28,7 +29,7 @@ struct Traces
     mProvider->SetTimebaseScale(&mTimebaseScale);
     mChannels.SetValue(0, aChannels);
   }
-  void Answer(const PxTestBytes& aPayload) { mProvider->ReadFromPtProtocol(ResultsTest::Answer(mTransport, aPayload)); }
+  void Answer(const PxTestBytes& aPayload) { mProvider->ReadFromPtProtocol(mTransport.Answer(aPayload)); }
   const PxTrace& Trace(size_t aIndex) const { return mProvider->Traces().at(aIndex); }
 
   PxIntegerProperty mChannels{8, 4117, 432, 4};
@@ -92,7 +93,7 @@ TEST(ResultTrace, StreamsTheTracesAnswerIntoTheSampleBuffer)
   PxTestTransport lNewLink;
   EXPECT_EQ(PxTest::ErrorCode([&] {
               lTraces.mProvider->ReadFromPtProtocol(
-                  Answer(lNewLink, PxTestBytes().ElementHeader(419, 1, 4).U32(1u << 30)));
+                  lNewLink.Answer(PxTestBytes().ElementHeader(419, 1, 4).U32(1u << 30)));
             }),
             1003u);
   EXPECT_EQ(lTraces.mProvider->TraceLength(), 5u);

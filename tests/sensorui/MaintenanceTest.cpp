@@ -1,16 +1,14 @@
 #include "PtModalScript.h"
 #include "PxCalibrationEditor.h"
-#include "PxControlConnection.h"
 #include "PxDebugForm.h"
 #include "PxFloatProperty.h"
 #include "PxLabel.h"
-#include "PxSimConnectionTypes.h"
-#include "PxSimDriver.h"
 #include "PxSimProtocol.h"
 #include "PxSimSensor.h"
 #include "PxSystemStateForm.h"
 #include "PxTest.h"
 #include "PxTestGallery.h"
+#include "PxTestSimSensor.h"
 #include "PxTestUi.h"
 
 #include <QComboBox>
@@ -31,17 +29,7 @@ namespace {
 class Maintenance : public ::testing::Test
 {
 protected:
-  void SetUp() override
-  {
-    PxSimDriver::Register(nullptr); // the sensor type, without a host to tick it
-    PxSimConnectionTypes::SetSimulatorStateDir(mState.path());
-    PxControlConnection* lLink = PxSimConnectionTypes::CreateSimulatorConnection();
-    ASSERT_TRUE(lLink->Connect());
-    mSensor.reset(static_cast<PxSimSensor*>(PxDevice::Create(PxSimSensor::TYPE, lLink)));
-    ASSERT_TRUE(mSensor);
-    lLink->setParent(mSensor.get());
-    mSensor->Initialize();
-  }
+  void SetUp() override { ASSERT_TRUE(mSensor); }
   PxFloatProperty& Offsets()
   {
     return static_cast<PxFloatProperty&>(
@@ -49,7 +37,8 @@ protected:
   }
 
   QTemporaryDir mState;
-  std::unique_ptr<PxSimSensor> mSensor;
+  PxTest::SimSensor mSim{mState.path()};
+  std::unique_ptr<PxSimSensor>& mSensor = mSim.mSensor;
 };
 
 TEST_F(Maintenance, DebugFormReadsAndWritesMemoriesAndShowsWhatTheDeviceRefuses)

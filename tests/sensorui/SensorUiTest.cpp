@@ -170,10 +170,8 @@ TEST_F(SensorUiFlow, TimeLimitStopsTheRecordingOnTheFirstTickPastIt)
 TEST_F(SensorUiFlow, AStartThatFailsIsLoggedAndShownAndTheApplicationGoesOn)
 {
   // A directory that cannot be made: its parent is a file.
-  QFile lFile(mState.filePath(QStringLiteral("plain-file")));
-  ASSERT_TRUE(lFile.open(QIODevice::WriteOnly));
-  lFile.close();
-  const QString lUnwritable = lFile.fileName() + QStringLiteral("/sub");
+  ASSERT_TRUE(PxTest::WriteFile(mState.filePath(QStringLiteral("plain-file")), {}));
+  const QString lUnwritable = mState.filePath(QStringLiteral("plain-file/sub"));
   PxRecorder::SetParameters(PxRecorder::DEFAULT_FLAGS, lUnwritable, 500, 60);
   PxDataLogger::SetParameters(lUnwritable);
   for (const RunCase& lCase : RUN_CASES) {
@@ -193,32 +191,18 @@ TEST_F(SensorUiFlow, AStartThatFailsIsLoggedAndShownAndTheApplicationGoesOn)
 
 TEST_F(SensorUiFlow, OneTraceFormServesRawAndFilteredTraces)
 {
-  struct Step
-  {
-    QAction* mAction;
-    bool mOpen;
-    unsigned int mFlags;
-    bool mRawChecked;
-    bool mFilteredChecked;
-  };
+  // Each step: the entry triggered, then the form's flags (0: no form), raw and filtered bits of
+  // which also tell which entries are checked.
   QAction* lRaw = mUi->RawTracesAction();
   QAction* lFiltered = mUi->FilteredTracesAction();
-  const Step lSteps[] = {
-      {lRaw, true, 1, true, false},        {lFiltered, true, 3, true, true},  {lRaw, true, 2, false, true},
-      {lFiltered, false, 0, false, false}, {lFiltered, true, 2, false, true},
-  };
-  int lIndex = 0;
-  for (const Step& lStep : lSteps) {
-    SCOPED_TRACE(lIndex++);
-    lStep.mAction->trigger();
+  for (const auto& [lAction, lFlags] : {std::pair{lRaw, 1u}, {lFiltered, 3u}, {lRaw, 2u}, {lFiltered, 0u}, {lFiltered, 2u}}) {
+    SCOPED_TRACE(lFlags);
+    lAction->trigger();
     PxDockWidget* lForm = mUi->RequestWindow(3, 0);
-    EXPECT_EQ(lForm != nullptr, lStep.mOpen);
-    EXPECT_EQ(OpenIds().count(3), lStep.mOpen ? 1u : 0u);
-    if (lForm) {
-      EXPECT_EQ(lForm->Flags(), lStep.mFlags);
-    }
-    EXPECT_EQ(lRaw->isChecked(), lStep.mRawChecked);
-    EXPECT_EQ(lFiltered->isChecked(), lStep.mFilteredChecked);
+    EXPECT_EQ(lForm ? lForm->Flags() : 0u, lFlags);
+    EXPECT_EQ(OpenIds().count(3), lFlags ? 1u : 0u);
+    EXPECT_EQ(lRaw->isChecked(), (lFlags & 1) != 0);
+    EXPECT_EQ(lFiltered->isChecked(), (lFlags & 2) != 0);
   }
   // A layout asking for both kinds gets the one form with both bits, and both entries checked.
   PxDockWidget* lBoth = mUi->RequestWindow(3, 3);

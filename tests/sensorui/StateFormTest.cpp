@@ -1,11 +1,11 @@
 #include "PxIntegerProperty.h"
 #include "PxResultState.h"
 #include "PxSystemStateForm.h"
-#include "PxTest.h"
 #include "PxTestSensor.h"
 #include "PxTestTransport.h"
 
 #include <QLabel>
+
 
 #include <gtest/gtest.h>
 

@@ -4,11 +4,9 @@
 #include "PxInProcessConnection.h"
 #include "PxSimDevice.h"
 #include "PxSimFirmware.h"
-#include "PxTest.h"
 #include "PxTestBytes.h"
 #include "SimTestClient.h"
 
-#include <QDir>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 

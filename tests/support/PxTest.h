@@ -7,6 +7,13 @@
 #include <QString>
 #include <functional>
 #include <gtest/gtest.h>
+#include <ostream>
+
+// QStrings in failure messages as their text, not as bytes.
+inline void PrintTo(const QString& aText, std::ostream* aStream)
+{
+  *aStream << '"' << aText.toStdString() << '"';
+}
 
 namespace PxTest
 {
@@ -50,5 +57,19 @@ inline unsigned int ErrorCode(const std::function<void()>& aCall)
   }
   ADD_FAILURE() << "no exception";
   return 0;
+}
+
+// The message, without its code, of the exception aCall throws; a call that does not throw fails
+// the test and gives an empty text.
+inline QString ErrorText(const std::function<void()>& aCall)
+{
+  QString lText;
+  try {
+    aCall();
+    ADD_FAILURE() << "no exception";
+  } catch (const std::exception& e) {
+    PtExtractException(e, nullptr, &lText);
+  }
+  return lText;
 }
 } // namespace PxTest

@@ -1,11 +1,20 @@
 #include "PxTestTransport.h"
 
+#include "PxTestBytes.h"
+
 #include <algorithm>
 #include <cstring>
 
 PxTestTransport::PxTestTransport(QObject* aParent)
   : PxControlConnection(aParent)
 {
+}
+
+PxProtocolReader& PxTestTransport::Answer(const QByteArray& aPayload, unsigned short aRequest)
+{
+  Queue(PxTestBytes().AnswerHeader(2, 0, static_cast<std::uint32_t>(aPayload.size()), aRequest).Bytes(aPayload));
+  Reader().ReadAnswerHeader(aRequest);
+  return Reader();
 }
 
 bool PxTestTransport::Connect()

@@ -23,6 +23,9 @@ public:
 
   // Bytes the device sends next.
   void Queue(const QByteArray& aBytes) { mIncoming.append(aBytes); }
+  // Queues one successful answer to aRequest carrying aPayload and reads its header, as a driver
+  // does before it hands the reader to a provider.
+  PxProtocolReader& Answer(const QByteArray& aPayload, unsigned short aRequest = 0x21);
   // Bytes still unread.
   int Pending() const { return mIncoming.size() - mReadPosition; }
   int Consumed() const { return mReadPosition; }

@@ -2,15 +2,13 @@
 // marked until applied, and once applied the device sends data that shows it.
 
 #include "PxBitFieldEditor.h"
-#include "PxInProcessConnection.h"
 #include "PxResultSubscription.h"
 #include "PxSimConfigForm.h"
-#include "PxSimDriver.h"
 #include "PxSimProtocol.h"
-#include "PxSimSensor.h"
 #include "PxSpinBox.h"
 #include "PxTest.h"
 #include "PxTestGallery.h"
+#include "PxTestSimSensor.h"
 #include "PxTextProperty.h"
 #include "PxUnits.h"
 
@@ -24,19 +22,14 @@
 using namespace PxSimProtocol;
 
 namespace {
-class ConfigForm : public ::testing::Test
+class ConfigForm : public ::testing::Test, public PxTest::SimSensor
 {
 public:
   void SetUp() override
   {
     PxUnits::Initialize();
     PxUnits::SetUnit(UT_DISTANCE, 1);
-    PxSimDriver::Register();
-    mLink.SetTimeout(300);
-    ASSERT_TRUE(mLink.Connect());
-    mSensor.reset(dynamic_cast<PxSimSensor*>(PxDevice::Create(PxSimSensor::TYPE, &mLink)));
     ASSERT_TRUE(mSensor);
-    mSensor->Initialize();
     mForm = std::make_unique<PxSimConfigForm>(*mSensor);
   }
 
@@ -51,8 +44,6 @@ public:
     return nullptr;
   }
 
-  PxInProcessConnection mLink;
-  std::unique_ptr<PxSimSensor> mSensor;
   std::unique_ptr<PxSimConfigForm> mForm;
 };
 } // namespace

@@ -2,19 +2,16 @@
 // <build>/gallery/widgets_*.png (the table and the configuration form are pictured by their suites).
 
 #include "PxBitEditor.h"
-#include "PxBitFieldEditor.h"
 #include "PxBitFieldProperty.h"
 #include "PxBoolProperty.h"
 #include "PxCheckBox.h"
 #include "PxComboBox.h"
 #include "PxCommand.h"
-#include "PxDoubleSpinBox.h"
 #include "PxEnumProperty.h"
 #include "PxFloatProperty.h"
 #include "PxGroupBox.h"
 #include "PxIntegerProperty.h"
 #include "PxLabel.h"
-#include "PxLineEdit.h"
 #include "PxPushButton.h"
 #include "PxRadioButton.h"
 #include "PxRadioGroup.h"
@@ -24,7 +21,6 @@
 #include "PxTextProperty.h"
 #include "PxUnits.h"
 
-#include <QCheckBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QSpinBox>

@@ -8,8 +8,9 @@ all of them pass, "build-error" when the faulty code does not compile.
 
 The test programs are built once, from the unchanged tree, before the first fault; during the run
 only the product is rebuilt (the suites link the product's shared libraries and start parvex-sim
-and parvex-cli from the build tree). So the suites under test are exactly the ones of the tree the
-run started on.
+and parvex-cli from the build tree), and the fault's test programs are linked again, which takes
+in a fault of the application's static library (app/). Their sources do not change during the
+run, so the suites under test are exactly the ones of the tree the run started on.
 
 Not part of CI: it takes a while, and it is meant to be run before and after a change to the suites.
 
@@ -225,7 +226,9 @@ def main():
             lStart = time.monotonic()
             lLog.write(f"== {f.id}\n")
             lNoticed = ""
-            if not Build(lBuild, PRODUCT_TARGETS, lLog):
+            # The fault's suites too: those linking the application's static library must be linked
+            # again to take in a fault of it (their own sources are unchanged: nothing compiles).
+            if not Build(lBuild, PRODUCT_TARGETS + f.tests, lLog):
                 lResult = "build-error"
             else:
                 lFailed = RunTests(lPrograms, f.tests, lArguments.timeout, lLog)
@@ -239,7 +242,7 @@ def main():
     finally:
         Restore()
         # Leaves the build as the unchanged tree has it.
-        Build(lBuild, PRODUCT_TARGETS, lLog)
+        Build(lBuild, PRODUCT_TARGETS + lSuites, lLog)
     WriteReport(lArguments.report, lRows, f"Mutation run of {time.strftime('%Y-%m-%d %H:%M')}")
 
 

@@ -1,4 +1,3 @@
-#include "PtDialog.h"
 #include "PtErrorLogForm.h"
 #include "PtException.h"
 #include "PtFileChooser.h"
@@ -9,6 +8,7 @@
 #include "PtTextPrompt.h"
 #include "PxTest.h"
 #include "PxTestGallery.h"
+#include "PxTestUi.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -19,17 +19,10 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSignalSpy>
-#include <QTest>
 #include <QTimer>
 
 #include <functional>
 #include <gtest/gtest.h>
-
-// Readable failure messages.
-void PrintTo(const QString& aText, std::ostream* aStream)
-{
-  *aStream << '"' << aText.toStdString() << '"';
-}
 
 namespace {
 // Acts on the modal window as soon as its event loop runs: the way a user would answer a real,
@@ -56,17 +49,6 @@ void WhenModal(std::function<void(QWidget*)> aAction)
 void Save(QWidget* aWidget, const char* aName)
 {
   EXPECT_TRUE(PxTest::SaveToGallery(aWidget, QLatin1String(aName))) << aName;
-}
-
-template <class T>
-T* FindByText(QWidget* aRoot, const QString& aText)
-{
-  for (T* lChild : aRoot->findChildren<T*>()) {
-    if (lChild->text().remove(QLatin1Char('&')) == aText) {
-      return lChild;
-    }
-  }
-  return nullptr;
 }
 
 TEST(ModalScript, QueuedAnswersAreTakenInOrderAndEveryInteractionIsReadBack)
@@ -139,8 +121,8 @@ TEST(Prompts, ReturnTheValueOfTheItemTheUserPickedAndShowTheirQuestion)
   WhenModal([&](QWidget* aPrompt) {
     Save(aPrompt, "radio_prompt");
     EXPECT_EQ(lPrompt.Value(), 0) << "the first item is the choice until the user picks another";
-    FindByText<QRadioButton>(aPrompt, QStringLiteral("Parvex Configuration Software Guide"))->click();
-    FindByText<QPushButton>(aPrompt, QStringLiteral("OK"))->click();
+    PxTest::ByText<QRadioButton>(aPrompt, QStringLiteral("Parvex Configuration Software Guide"))->click();
+    PxTest::Button(aPrompt, QStringLiteral("OK"))->click();
   });
   EXPECT_EQ(lPrompt.exec(), QDialog::Accepted);
   EXPECT_EQ(lPrompt.Value(), 2) << "the item's value, not its row";
@@ -168,9 +150,9 @@ TEST(PreferencesDialog, OpenComesBeforeShowingAndClosedTellsOkFromCancel)
   PtModalScript lScript;
   lScript.Queue([&](QDialog* aDialog) {
     lCurrentWhenShown = lDialog.CurrentPage();
-    FindByText<QPushButton>(aDialog, QStringLiteral("OK"))->click();
+    PxTest::Button(aDialog, QStringLiteral("OK"))->click();
   });
-  lScript.Queue([](QDialog* aDialog) { FindByText<QPushButton>(aDialog, QStringLiteral("Cancel"))->click(); });
+  lScript.Queue([](QDialog* aDialog) { PxTest::Button(aDialog, QStringLiteral("Cancel"))->click(); });
 
   EXPECT_EQ(lDialog.exec(), QDialog::Accepted);
   EXPECT_EQ(lCurrentWhenShown, lDialog.Page(QStringLiteral("Display")));
@@ -216,9 +198,9 @@ TEST(ErrorLog, KeepsTimestampedEntriesThatTheFormShowsAndCopies)
   EXPECT_TRUE(lLines.at(0).startsWith(lEntries.at(0).mTime.toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"))));
   Save(lForm, "error_log_form");
 
-  FindByText<QPushButton>(lForm, QStringLiteral("Copy"))->click();
+  PxTest::Button(lForm, QStringLiteral("Copy"))->click();
   EXPECT_EQ(QApplication::clipboard()->text(), lForm->Text());
-  FindByText<QPushButton>(lForm, QStringLiteral("Clear"))->click();
+  PxTest::Button(lForm, QStringLiteral("Clear"))->click();
   EXPECT_TRUE(PtErrorLogForm::Entries().isEmpty());
   EXPECT_TRUE(lForm->Text().isEmpty());
   lForm->close(); // deletes itself

@@ -55,27 +55,21 @@ public:
   // Values that differ from one seed to another, so that a load shows which ones it replaced.
   void Fill(int aSeed)
   {
-    mInteger.SetCount(3);
+    for (PxProperty* lProperty : Own()) {
+      lProperty->SetCount(lProperty == &mInteger ? 3 : lProperty == &mFloat || lProperty == &mBool ? 2 : 1);
+    }
     for (int i = 0; i < 3; ++i) {
       mInteger.SetValue(i, 1000 * aSeed + i);
     }
-    mFloat.SetCount(2);
     mFloat.SetValue(0, -1.25f * aSeed);
     mFloat.SetValue(1, 3.5f * aSeed);
-    mBool.SetCount(2);
     mBool.SetValue(0, aSeed % 2 == 1);
     mBool.SetValue(1, aSeed % 2 == 0);
-    mEnum.SetCount(1);
     mEnum.SetValue(0, aSeed % 2 ? 7 : 0);
-    mAscii.SetCount(1);
     mAscii.SetTextValue(0, QStringLiteral("CAL-%1").arg(aSeed));
-    mUtf16.SetCount(1);
     mUtf16.SetTextValue(0, QStringLiteral("user %1").arg(aSeed));
-    mBits.SetCount(1);
     mBits.SetValue(0, 0xDEAD0000u + aSeed);
-    mState.SetCount(1);
     mState.SetValue(0, aSeed);
-    mUnsaved.SetCount(1);
     mUnsaved.SetValue(0, aSeed);
     SetFpgaVersion(static_cast<PtU16>(aSeed));
     SetSerialNumber(QStringLiteral("SN-%1").arg(aSeed).toLatin1().constData());
@@ -267,15 +261,7 @@ TEST(DeviceFiles, ABadFileRaisesAnErrorAndChangesNoProperty)
          lSource.SaveConfiguration(f, QString());
          lSource.mConfigurationDocument = PxTestDevice::CONFIGURATION_DOCUMENT;
        }},
-      {"not a document at all", [](const QString& f) { PxTest::WriteFile(f, "Name=Unit 1\nRange=20\n"); }},
       {"cut in the properties", [&](const QString& f) { PxTest::WriteFile(f, lBytes.left(lLastElement + 20)); }},
-      {"cut by one byte", [&](const QString& f) { PxTest::WriteFile(f, lBytes.left(lBytes.size() - 1)); }},
-      {"last element claims more than its section",
-       [&](const QString& f) {
-         QByteArray lDamaged = lBytes;
-         lDamaged[lLastElement + 15] = '\x7F';
-         PxTest::WriteFile(f, lDamaged);
-       }},
       {"a known id too short for its property, after good elements",
        [](const QString& f) {
          PtDocumentWriter w(f, PxTestDevice::CONFIGURATION_DOCUMENT);
@@ -298,14 +284,7 @@ TEST(DeviceFiles, ABadFileRaisesAnErrorAndChangesNoProperty)
     lDevice.Fill(2);
     const Snapshot lBefore = Take(lDevice);
     QSignalSpy lChanged(&lDevice.mInteger, &PxProperty::ValueChanged);
-    try {
-      Load(lDevice, lFile);
-      ADD_FAILURE() << "loaded";
-    } catch (const std::runtime_error& e) {
-      QString lText;
-      PtExtractException(e, nullptr, &lText);
-      EXPECT_FALSE(lText.isEmpty());
-    }
+    EXPECT_FALSE(PxTest::ErrorText([&] { Load(lDevice, lFile); }).isEmpty());
     EXPECT_EQ(Take(lDevice), lBefore);
     EXPECT_EQ(lChanged.count(), 0);
     EXPECT_TRUE(lDevice.mCalls.isEmpty()) << lDevice.mCalls.join(QLatin1Char(',')).toStdString();

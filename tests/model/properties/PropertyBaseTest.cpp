@@ -1,7 +1,5 @@
 #include "PropertyTestSupport.h"
-#include "PxFloatProperty.h"
 #include "PxIntegerProperty.h"
-#include "PxTextProperty.h"
 
 namespace {
 // A kind with no typed view of its own: what every property shares, at any unit size and stride.
@@ -53,38 +51,6 @@ TEST(PropertyBase, EditableFlagsChangeOnlyAsTheEditableFlagAllows)
       EXPECT_EQ(lProperty.Editable(i), c.mWords[i] == ALL_ONES) << i;
     }
     EXPECT_FALSE(lProperty.Editable(2));
-  }
-}
-
-// What a read leaves in the slots: narrow signed values are widened in place, reading value i at
-// i times the unit size, so only a single value is sure to come out right.
-TEST(PropertyBase, PostReadWidensSignedNarrowValues)
-{
-  struct Case
-  {
-    PtU32 mUnitSize;
-    bool mSigned;
-    std::vector<PtByte> mArrived; // one 4-byte slot per value
-    std::vector<Pt32> mValues;
-  } const lCases[] = {
-      {1, true, {0xFB, 0, 0, 0}, {-5}},
-      {2, true, {0x00, 0x80, 0, 0}, {-32768}},
-      {2, false, {0xFF, 0xFF, 0, 0}, {65535}},
-      {1, true, {0x05, 0, 0, 0, 0x07, 0, 0, 0}, {5, 0}},
-      {1, true, {0xFF, 0, 0, 0, 0x07, 0, 0, 0}, {-1, -1}},
-  };
-  for (size_t lCase = 0; lCase < std::size(lCases); ++lCase) {
-    SCOPED_TRACE(lCase);
-    const Case& c = lCases[lCase];
-    PxIntegerProperty lProperty(F_EDITABLE, 1, 1, c.mUnitSize);
-    lProperty.SetSigned(c.mSigned);
-    lProperty.SetCount(c.mValues.size());
-    lProperty.Values() = c.mArrived;
-    lProperty.PostRead();
-    for (size_t i = 0; i < c.mValues.size(); ++i) {
-      EXPECT_EQ(lProperty.Value(i), c.mValues[i]) << i;
-    }
-    EXPECT_EQ(lProperty.Backup(), lProperty.Values());
   }
 }
 

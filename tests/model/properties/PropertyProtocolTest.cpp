@@ -1,10 +1,8 @@
 #include "PropertyTestSupport.h"
-#include "PxFloatProperty.h"
 #include "PxIntegerProperty.h"
 #include "PxTest.h"
 #include "PxTestBytes.h"
 #include "PxTestTransport.h"
-#include "PxTextProperty.h"
 
 #include <gtest/gtest.h>
 
@@ -15,12 +13,10 @@ constexpr PtU32 EDITABLE_CONFIG = PxProperty::CAT_CONFIGURATION | PxProperty::F_
 // Puts one answer carrying aElement in front of the reader, positioned on that element.
 PxProtocolReader& AnswerWith(PxTestTransport& aLink, const PxTestBytes& aElement)
 {
-  aLink.Queue(PxTestBytes().AnswerHeader(2, 0, static_cast<std::uint32_t>(aElement.Size()), 1).Bytes(aElement));
-  aLink.StartRequest(1);
-  aLink.SendRequest();
-  PxProtocolReader* lReader = aLink.ReadAnswer();
-  EXPECT_TRUE(lReader->Advance());
-  return *lReader;
+  PxProtocolReader& lReader = aLink.Answer(aElement, 1);
+  lReader.ReadPayload();
+  EXPECT_TRUE(lReader.Advance());
+  return lReader;
 }
 
 TEST(PropertyOnTheWire, RequestsCarryTheValuesUnderTheDeviceId)

@@ -7,7 +7,6 @@
 
 #include <QGroupBox>
 #include <QLocale>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QSettings>
 #include <QSignalSpy>
@@ -15,23 +14,8 @@
 #include <cmath>
 #include <gtest/gtest.h>
 
-void PrintTo(const QString& aText, std::ostream* aStream)
-{
-  *aStream << '"' << aText.toStdString() << '"';
-}
-
 namespace {
 using PxTest::Button;
-
-QRadioButton* Choice(QWidget* aPage, const QString& aText)
-{
-  for (QRadioButton* lButton : aPage->findChildren<QRadioButton*>()) {
-    if (lButton->text() == aText) {
-      return lButton;
-    }
-  }
-  return nullptr;
-}
 
 // The checked choice of each group on the dialog's current page, as "Group: Choice".
 QStringList Checked(QDialog* aDialog)
@@ -203,20 +187,20 @@ TEST_F(Units, PreferencesOkAppliesAndSavesTheChoiceAndCancelChangesNothing)
   QStringList lShown;
   PtModalScript lScript;
   lScript.Queue([&](QDialog* aDialog) {
-    Choice(aDialog, QStringLiteral("Foot"))->click();
-    Choice(aDialog, QStringLiteral("Fahrenheit"))->click();
+    PxTest::ByText<QRadioButton>(aDialog, QStringLiteral("Foot"))->click();
+    PxTest::ByText<QRadioButton>(aDialog, QStringLiteral("Fahrenheit"))->click();
     Button(aDialog, QStringLiteral("Cancel"))->click();
   });
-  lScript.Queue([](QDialog* aDialog) { Choice(aDialog, QStringLiteral("Foot"))->click(); }); // then closed
+  lScript.Queue([](QDialog* aDialog) { PxTest::ByText<QRadioButton>(aDialog, QStringLiteral("Foot"))->click(); }); // then closed
   lScript.Queue([&](QDialog* aDialog) {
     lShown += Checked(aDialog);
-    Choice(aDialog, QStringLiteral("Foot"))->click();
-    Choice(aDialog, QStringLiteral("Kelvin"))->click();
+    PxTest::ByText<QRadioButton>(aDialog, QStringLiteral("Foot"))->click();
+    PxTest::ByText<QRadioButton>(aDialog, QStringLiteral("Kelvin"))->click();
     Button(aDialog, QStringLiteral("OK"))->click();
   });
   lScript.Queue([&](QDialog* aDialog) {
     lShown += Checked(aDialog);
-    Choice(aDialog, QStringLiteral("Fahrenheit"))->click();
+    PxTest::ByText<QRadioButton>(aDialog, QStringLiteral("Fahrenheit"))->click();
     // The "Units" page as the user sees it, for a person to look at.
     EXPECT_TRUE(PxTest::SaveToGallery(aDialog, QStringLiteral("preferences_units")));
     Button(aDialog, QStringLiteral("OK"))->click();
