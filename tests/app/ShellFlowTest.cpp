@@ -2,8 +2,8 @@
 #include "PtModalScript.h"
 #include "PxCodeUpdateDialog.h"
 #include "PxCodeUpdateJob.h"
-#include "PxDeviceUi.h"
 #include "PxConnectionDialog.h"
+#include "PxDeviceUi.h"
 #include "PxEntry.h"
 #include "PxInProcessConnection.h"
 #include "PxIntegerProperty.h"
@@ -18,12 +18,10 @@
 #include "PxTest.h"
 #include "PxTestGallery.h"
 #include "PxTestUi.h"
-#include "PxUpdateSelectDialog.h"
 #include "SimProcess.h"
 
 #include <QComboBox>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
@@ -106,28 +104,6 @@ const PtModalScript::Action RUN_UPDATE = [](QDialog* aDialog) {
   QSignalSpy lDone(aDialog, &QDialog::finished);
   lDone.wait(PxTest::WAIT_MS);
 };
-
-TEST_F(ShellFlow, SimulatedSensorIsSetUpWithin300Milliseconds)
-{
-  std::vector<qint64> lTimes;
-  for (int i = 0; i < 5; ++i) {
-    PtModalScript lScript;
-    QSignalSpy lSetUp(PxStaticUi::Singleton(), &PxStaticUi::UiChanged);
-    QElapsedTimer lClock;
-    lClock.start();
-    Connect(lScript, QStringLiteral("Simulated sensor"));
-    lTimes.push_back(lClock.elapsed());
-    ASSERT_EQ(lSetUp.count(), 1);
-    EXPECT_EQ(PxStaticUi::Singleton()->ConnectionStatus(), QStringLiteral(" Parvex 16 "));
-    PxStaticUi::Singleton()->ConnectAction()->trigger();
-    ASSERT_EQ(PxStaticUi::Ui(), nullptr);
-  }
-  std::sort(lTimes.begin(), lTimes.end());
-  std::printf("Connect... to a set-up simulated sensor: median %lld ms, max %lld ms\n",
-              static_cast<long long>(lTimes[2]), static_cast<long long>(lTimes.back()));
-  RecordProperty("connect_median_ms", static_cast<int>(lTimes[2]));
-  EXPECT_LT(lTimes[2], 300);
-}
 
 TEST_F(ShellFlow, TcpWidgetChecksWhatIsTypedAndExplainsFailures)
 {
@@ -323,14 +299,12 @@ TEST_F(ShellFlow, CutOffOrDamagedUpdateLeavesTheOldFirmware)
   EXPECT_LT(lOld, PxSimSensor::EXPECTED_SOFTWARE_VERSION);
 
   // The firmware list offers the bundled releases; the software one is chosen.
-  QString lFile;
   lScript.Queue([&](QDialog* aDialog) {
     auto* lList = aDialog->findChild<QListWidget*>();
     ASSERT_EQ(lList->count(), 2);
     EXPECT_TRUE(lList->item(0)->text().startsWith(QStringLiteral("Software 2.12")));
     PxTest::SaveToGallery(aDialog, QStringLiteral("update-select-dialog"));
     lList->setCurrentRow(0);
-    lFile = static_cast<PxUpdateSelectDialog*>(aDialog)->SelectedFile();
     Button(aDialog, QStringLiteral("Update"))->click();
   });
   // The link drops when the first chunk arrives.
@@ -350,16 +324,6 @@ TEST_F(ShellFlow, CutOffOrDamagedUpdateLeavesTheOldFirmware)
   ASSERT_NE(PxStaticUi::Ui(), nullptr) << "still connectable";
   EXPECT_EQ(SoftwareVersion(), lOld);
 
-  // A damaged copy of the file is refused before anything is sent.
-  QByteArray lBytes = PxTest::ReadFile(lFile);
-  lBytes[lBytes.size() / 2] = static_cast<char>(lBytes[lBytes.size() / 2] ^ 0x5A);
-  const QString lDamaged = mState.filePath(QStringLiteral("damaged.ptb"));
-  ASSERT_TRUE(PxTest::WriteFile(lDamaged, lBytes));
-  PxStaticUi::Ui()->Update(lDamaged, 2, 0);
-  EXPECT_EQ(lScript.Interactions().last().mKind, PtModalScript::K_ERROR);
-  EXPECT_TRUE(lScript.Interactions().last().mText.contains(QStringLiteral("is damaged")))
-      << lScript.Interactions().last().mText.toStdString();
-  EXPECT_EQ(SoftwareVersion(), lOld);
   EXPECT_EQ(lScript.Pending(), 0);
 }
 

@@ -2,11 +2,10 @@
 #include "PxUnits.h"
 
 #include <QImage>
-#include <dlfcn.h>
+
 #include <gtest/gtest.h>
 
-namespace
-{
+namespace {
 TEST(Entry, InitWithoutHostFailsButLeavesUnitsReady)
 {
   EXPECT_FALSE(PxInit(nullptr));
@@ -18,17 +17,6 @@ TEST(Entry, InitWithoutHostFailsButLeavesUnitsReady)
   EXPECT_EQ(PxUnits::Singleton(), lUnits) << "a second init must not replace the singleton";
   PxShutdown();
   EXPECT_EQ(PxUnits::Singleton(), lUnits) << "shutdown must leave the units alive";
-}
-
-TEST(Entry, VersionIsOneStableUndecoratedString)
-{
-  const char* lFirst = PtGetVersion();
-  EXPECT_STREQ(lFirst, "3.2.1.23");
-  EXPECT_EQ(PtGetVersion(), lFirst);
-  // A host may look the version up by its plain name before it trusts the rest of the library.
-  auto lLookedUp = reinterpret_cast<const char* (*)()>(dlsym(RTLD_DEFAULT, "PtGetVersion"));
-  ASSERT_NE(lLookedUp, nullptr);
-  EXPECT_EQ(lLookedUp(), lFirst);
 }
 
 TEST(Entry, EveryToolbarIconIsCompiledIn)
