@@ -235,8 +235,9 @@ TEST_F(CliAgainstSim, CtrlCEndsARecordingWithAFileThatReplaysAndExports)
   lEnvironment.insert(QStringLiteral("XDG_CONFIG_HOME"), PxTest::ScratchDir());
   lRecord.setProcessEnvironment(lEnvironment);
   lRecord.setReadChannel(QProcess::StandardError);
-  lRecord.start(QStringLiteral(PARVEX_CLI_PROGRAM), {"record", "--seconds", "60", "--out", mDir.path(), "--traces",
-                                                     "raw", "--connect", QStringLiteral("tcp://127.0.0.1:%1").arg(mSim.Port())});
+  lRecord.start(QStringLiteral(PARVEX_CLI_PROGRAM),
+                {"record", "--seconds", "60", "--out", mDir.path(), "--traces", "raw", "--connect",
+                 QStringLiteral("tcp://127.0.0.1:%1").arg(mSim.Port())});
   // The progress line: once at the first frame, then once a second.
   QByteArray lProgress;
   while (lProgress.count("recording:") < 2 && lRecord.waitForReadyRead(PxTest::WAIT_MS)) {
@@ -264,6 +265,9 @@ TEST_F(CliAgainstSim, CtrlCEndsARecordingWithAFileThatReplaysAndExports)
   EXPECT_EQ(lRecord1[QStringLiteral("serialNumber")].toString(), QStringLiteral("PX16-SIM-000042"));
   EXPECT_EQ(lRecord1[QStringLiteral("recordingFiles")].toArray(), QJsonArray{lFile});
   EXPECT_NEAR(lRecord1[QStringLiteral("durationMs")].toInt(), (lFrames - 1) * 20, 1) << "device time at 50 Hz";
+  EXPECT_TRUE(Cli({"inspect", lFile})
+                  .mOut.contains(QStringLiteral("duration: %1 s")
+                                     .arg(lRecord1[QStringLiteral("durationMs")].toInt() / 1000.0, 0, 'f', 3)));
 
   const QString lEchoes = mDir.filePath(QStringLiteral("echoes.csv"));
   const CliRun lCsv = Cli({"export", lFile, "--what", "echoes", "--out", lEchoes});
@@ -277,7 +281,10 @@ TEST_F(CliAgainstSim, CtrlCEndsARecordingWithAFileThatReplaysAndExports)
   EXPECT_NEAR(lLines.at(1).split(',').at(3).toDouble(), 21.7, 0.5);
 
   const QString lPart = mDir.filePath(QStringLiteral("part.ptl"));
-  EXPECT_EQ(Cli({"extract", lFile, "--from", "3", "--to", "7", "--out", lPart}).mExit, 0);
+  EXPECT_EQ(Cli({"extract", lFile, "--from", "3", "--to", "7", "--out", lPart, "--json"})
+                .Json()[QStringLiteral("frames")]
+                .toInt(),
+            5);
   EXPECT_EQ(Cli({"inspect", lPart, "--json"}).Json()[QStringLiteral("frames")].toInt(), 5);
   // The last frame is frame lFrames; one more is beyond the file.
   EXPECT_EQ(

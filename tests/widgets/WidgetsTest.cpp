@@ -217,6 +217,11 @@ TEST_F(Widgets, DisablerSwitchesAnUncheckedValueOffAndOnAgainAtZero)
   EXPECT_FALSE(lBeyond.isEnabled());
   lProperty.SetValue(0, 9);
   EXPECT_EQ(lBeyond.value(), 0) << "an index beyond the count shows nothing";
+  // An index box counts the values from 1, as the user reads them.
+  QSpinBox lIndexer;
+  lBeyond.SetIndexer(lIndexer);
+  lIndexer.setValue(1);
+  EXPECT_EQ(lBeyond.value(), 9);
 }
 
 TEST_F(Widgets, ChoicesFollowMasksAndBitsTheirPositions)
