@@ -2,26 +2,20 @@
 // started by the test: what the application does with a connected sensor, from connecting to
 // acquisition, and how each failure of the device or the link ends.
 
-#include "PtDocumentReader.h"
 #include "PtErrorLogForm.h"
 #include "PxCommand.h"
 #include "PxInProcessConnection.h"
-#include "PxRecordPlayer.h"
-#include "PxRecorder.h"
 #include "PxResultState.h"
 #include "PxResultSubscription.h"
 #include "PxSimDriver.h"
 #include "PxSimProtocol.h"
 #include "PxSimSensor.h"
 #include "PxTcpConnection.h"
-#include "PxTestHost.h"
 #include "PxTransportError.h"
 #include "SimProcess.h"
 
-#include <QDir>
 #include <QElapsedTimer>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -102,103 +96,6 @@ private:
   QObject mContext;
 };
 } // namespace
-
-TEST_P(SimSensorLink, ConnectingReadsIdentityAndEveryValueTheDeviceOffers)
-{
-  EXPECT_EQ(PxDevice::TypeToName(PxSimSensor::TYPE), QStringLiteral("Parvex 16"));
-  EXPECT_EQ(mSensor->SerialNumber(), QStringLiteral("PX16-SIM-000042"));
-  EXPECT_EQ(mSensor->SoftwareVersion().Value(0), 0x4000 | 212);
-  EXPECT_EQ(mSensor->HardwarePartNumber().TextValue(0), QStringLiteral("74E0016-2"));
-  EXPECT_EQ(mSensor->DeviceName().TextValue(0), QStringLiteral("Simulated Parvex 16"));
-  EXPECT_EQ(mSensor->ChannelCount(), 16);
-  EXPECT_FLOAT_EQ(mSensor->RefreshRateProperty().Value(0), 50.0f) << "the rate display's reference";
-  EXPECT_FLOAT_EQ(mSensor->EchoDistanceOffsetProperty().Value(0), 0.5f);
-  EXPECT_EQ(Setting<PxFloatProperty>(ID_DISTANCE_OFFSETS).Count(), 16u);
-  for (const PxProperty* lProperty : mSensor->Properties()) {
-    if (lProperty->DeviceId() > 1) {
-      EXPECT_GT(lProperty->Count(), 0u) << "property " << lProperty->Id() << " was not read";
-    }
-  }
-  EXPECT_TRUE(Setting<PxFloatProperty>(ID_DETECTION_THRESHOLD).Editable(0));
-  EXPECT_TRUE(mSensor->DeviceName().Editable(0));
-  EXPECT_FALSE(mSensor->ChannelCountProperty().Editable(0)) << "constants are not offered for editing";
-  EXPECT_FALSE(mSensor->FindProperty(PxDevice::ID_SERIAL_NUMBER)->Editable(0));
-  EXPECT_FALSE(mSensor->PropertyModified());
-}
-
-TEST_P(SimSensorLink, AppliedChangesAreReadBackSavedAndUnsavedOnesLostOnReset)
-{
-  Setting<PxIntegerProperty>(ID_SMOOTHING).SetValue(0, -5);
-  Setting<PxEnumProperty>(ID_ACCUMULATION).SetValue(0, 16);
-  Setting<PxFloatProperty>(ID_DISTANCE_OFFSETS).SetValue(3, -1.25f);
-  Setting<PxBitFieldProperty>(ID_SEGMENT_MASK).SetValue(0, 0x0FF0);
-  Setting<PxTextProperty>(ID_LOCATION).SetTextValue(0, QStringLiteral("Bay 7"));
-  mSensor->DeviceName().SetTextValue(0, QStringLiteral("Line 3"));
-  Setting<PxFloatProperty>(ID_REFRESH_RATE).SetValue(0, 100.0f);
-  ASSERT_TRUE(mSensor->PropertyModified());
-  Apply();
-  EXPECT_FALSE(mSensor->PropertyModified()) << "read back after apply";
-
-  // A change written but not applied is not saved: the restart brings back the saved values.
-  Setting<PxIntegerProperty>(ID_LIGHT_POWER).SetValue(0, 20);
-  mSensor->WriteConfiguration();
-  mSensor->Reset();
-  EXPECT_TRUE(mLink->Connected());
-  EXPECT_EQ(Setting<PxIntegerProperty>(ID_LIGHT_POWER).Value(0), 100);
-
-  // What the device holds after the restart, read into the model again.
-  EXPECT_EQ(Setting<PxIntegerProperty>(ID_SMOOTHING).Value(0), -5) << "narrow signed values keep their sign";
-  EXPECT_EQ(Setting<PxEnumProperty>(ID_ACCUMULATION).Value(0), 16u);
-  EXPECT_FLOAT_EQ(Setting<PxFloatProperty>(ID_DISTANCE_OFFSETS).Value(3), -1.25f);
-  EXPECT_FLOAT_EQ(Setting<PxFloatProperty>(ID_DISTANCE_OFFSETS).Value(2), 0.0f);
-  EXPECT_EQ(Setting<PxBitFieldProperty>(ID_SEGMENT_MASK).Value(0), 0x0FF0u);
-  EXPECT_EQ(Setting<PxTextProperty>(ID_LOCATION).TextValue(0), QStringLiteral("Bay 7"));
-  EXPECT_EQ(mSensor->DeviceName().TextValue(0), QStringLiteral("Line 3"));
-  EXPECT_FLOAT_EQ(mSensor->RefreshRateProperty().Value(0), 100.0f);
-  EXPECT_FALSE(mSensor->PropertyModified());
-}
-
-TEST_P(SimSensorLink, LoadedFilesReachTheDevice)
-{
-  struct Case
-  {
-    const char* mWhat;
-    bool mCalibration;
-    float mThresholdAfterLoad; // a calibration file carries no settings
-  } const lCases[] = {{"configuration", false, 20.0f}, {"calibration", true, 5.0f}};
-  QTemporaryDir lDir;
-  auto& lOffsets = Setting<PxFloatProperty>(ID_DISTANCE_OFFSETS);
-  auto& lThreshold = Setting<PxFloatProperty>(ID_DETECTION_THRESHOLD);
-  for (const Case& c : lCases) {
-    SCOPED_TRACE(c.mWhat);
-    const QString lFile = lDir.filePath(QString::fromLatin1(c.mWhat));
-    lOffsets.SetValue(5, 2.0f);
-    lThreshold.SetValue(0, 20.0f);
-    Apply();
-    if (c.mCalibration) {
-      mSensor->SaveCalibration(lFile, QStringLiteral("bench"));
-    } else {
-      mSensor->SaveConfiguration(lFile, QStringLiteral("bench"));
-    }
-    lOffsets.SetValue(5, 0.0f);
-    lThreshold.SetValue(0, 5.0f);
-    Apply();
-
-    PtDocumentReader lReader(lFile);
-    PxDevice::FileHeader lHeader;
-    mSensor->PreLoadFile(lReader, lHeader);
-    EXPECT_EQ(lHeader.mSerialNumber, QStringLiteral("PX16-SIM-000042"));
-    if (c.mCalibration) {
-      mSensor->LoadCalibration(lReader);
-    } else {
-      mSensor->LoadConfiguration(lReader);
-    }
-    mSensor->ReadConfiguration();
-    EXPECT_FLOAT_EQ(lOffsets.Value(5), 2.0f);
-    EXPECT_FLOAT_EQ(lThreshold.Value(0), c.mThresholdAfterLoad);
-    EXPECT_FALSE(mSensor->PropertyModified());
-  }
-}
 
 TEST_P(SimSensorLink, AcquisitionFetchesExactlyTheSubscribedGroupsStateLast)
 {
@@ -318,23 +215,4 @@ TEST(SimSensor, WithoutALinkNothingIsSentAndNothingAborts)
     EXPECT_THROW(lSensor.Reset(), PxConnection::Exception);
     lSensor.Unsubscribe(&lView);
   }
-}
-
-TEST(SimSensor, ASensorMadeForTheApplicationAcquiresOnTheHostsTick)
-{
-  PxTest::Host lHost;
-  PxSimDriver::Register(&lHost);
-  PxInProcessConnection lLink;
-  ASSERT_TRUE(lLink.Connect());
-  std::unique_ptr<PxDevice> lSensor(PxDevice::Create(PxSimSensor::TYPE, &lLink));
-  PxSimDriver::Register(); // the other suites make sensors without a host
-  auto& lSimSensor = dynamic_cast<PxSimSensor&>(*lSensor);
-  lSimSensor.Initialize();
-  PxResultSubscription lView(2);
-  lSimSensor.Subscribe(&lView);
-  QSignalSpy lFrames(lSimSensor.GetProvider(2), &PxResultProvider::NewData);
-  Q_EMIT lHost.Tick();
-  Q_EMIT lHost.Tick();
-  EXPECT_EQ(lFrames.count(), 2);
-  lSimSensor.Unsubscribe(&lView);
 }

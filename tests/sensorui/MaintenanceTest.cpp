@@ -162,9 +162,6 @@ TEST_F(Maintenance, SystemStateFormFollowsTheSimulatedSensorsState)
   for (int i = 0; i < 40; ++i) {
     lSensor->Acquire();
   }
-  EXPECT_TRUE(lForm.VersionLabel()->text().startsWith(QStringLiteral("Version: FPGA: 1.3  Software: 212 (")));
-  EXPECT_EQ(lForm.PartNumbersLabel()->text(), QStringLiteral("Part Numbers: Hardware: 74E0016-2  Software: ") +
-                                                  lSensor->SoftwarePartNumber().TextValue(0));
   EXPECT_FALSE(lForm.ElapsedTimeLabel()->text().isEmpty());
   // The frame counter is the simulated sensor's diagnostic value: it gets the "Debug" group.
   ASSERT_FALSE(lForm.DebugGroup()->isHidden());
