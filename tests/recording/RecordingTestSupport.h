@@ -179,16 +179,13 @@ inline long Shown(PxSensor& aSensor)
   return lFrame;
 }
 
-inline PxRecordPlayer* MakeTestPlayer(const QString& aFileName)
-{
-  return new PxRecordPlayer(aFileName, new PxTestSensor());
-}
-
 // The test sensor's record files open in the player (once per process).
 inline void RegisterTestPlayer()
 {
   static const bool sRegistered = [] {
-    PxRecordPlayer::RegisterType(DOCUMENT_SIGNATURE, PxTestSensor::RECORD_DOCUMENT, &MakeTestPlayer);
+    PxRecordPlayer::RegisterType(DOCUMENT_SIGNATURE, PxTestSensor::RECORD_DOCUMENT, [](const QString& aFileName) {
+      return new PxRecordPlayer(aFileName, new PxTestSensor());
+    });
     return true;
   }();
   (void)sRegistered;
@@ -201,6 +198,27 @@ inline QStringList RecordFiles(const QString& aDirectory)
     lFiles << aDirectory + QLatin1Char('/') + lName;
   }
   return lFiles;
+}
+
+// Frames replayed from aFiles in order, checked to be 0, 1, 2, ...; -1 (with aWhy set) on a mismatch.
+inline long ReplayAll(const QStringList& aFiles, QString* aWhy)
+{
+  long lNext = 0;
+  for (const QString& lFile : aFiles) {
+    std::unique_ptr<PxRecordPlayer> lPlayer(PxRecordPlayer::CreateFromFile(lFile));
+    if (!lPlayer) {
+      *aWhy = lFile + QStringLiteral(" does not open in the player");
+      return -1;
+    }
+    lPlayer->Start();
+    while (lPlayer->ReadNext()) {
+      if (FrameShown(*lPlayer->Sensor(), true, aWhy) != lNext) {
+        return -1;
+      }
+      ++lNext;
+    }
+  }
+  return lNext;
 }
 
 // Records aFrames synthetic frames of aChannels traces (raw traces on when there are any) into

@@ -23,23 +23,6 @@ QString BelowAFile(const QTemporaryDir& aDir)
   PxTest::WriteFile(aDir.path() + QStringLiteral("/file"), {});
   return aDir.path() + QStringLiteral("/file/rec");
 }
-
-// Frames replayed from aFiles in order, checked to be 0, 1, 2, ...; -1 on a mismatch.
-long ReplayAll(const QStringList& aFiles, QString* aWhy)
-{
-  long lNext = 0;
-  for (const QString& lFile : aFiles) {
-    std::unique_ptr<PxRecordPlayer> lPlayer(PxRecordPlayer::CreateFromFile(lFile));
-    lPlayer->Start();
-    while (lPlayer->ReadNext()) {
-      if (FrameShown(*lPlayer->Sensor(), true, aWhy) != lNext) {
-        return -1;
-      }
-      ++lNext;
-    }
-  }
-  return lNext;
-}
 } // namespace
 
 TEST(RecordingFailure, AnUncreatableDirectoryStopsNothingThatRuns)
