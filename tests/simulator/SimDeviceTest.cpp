@@ -131,7 +131,7 @@ TEST(SimDevice, SettingsShowInTheData)
   for (PtU16 i = 0; i < lMasked.at(ID_ECHO_SEGMENT).mCount; ++i) {
     EXPECT_LT(lMasked.at(ID_ECHO_SEGMENT).At<PtByte>(i), 8);
   }
-  SimTestClient::Traces lTraces = b.mClient.ReadTraces(false);
+  SimTestClient::Traces lTraces = b.mClient.ReadRawTraces();
   EXPECT_EQ(lTraces.mActive, 0x00FFu);
   const auto lPeak = [&](size_t aChannel) {
     PtU16 lMax = 0;
@@ -183,7 +183,9 @@ TEST(SimDevice, MemoriesReadBackWhatWasWrittenAndGuardTheirBounds)
       w.AddElement(ID_MEMORY_LENGTH, 1, 4, &aLength, 4);
     };
   };
-  auto lRam = [&] { return b.mClient.Exchange(REQ_READ_MEMORY, lRead(MEMORY_RAM, 0xFFF0, 5)).at(ID_MEMORY_DATA).mData; };
+  auto lRam = [&] {
+    return b.mClient.Exchange(REQ_READ_MEMORY, lRead(MEMORY_RAM, 0xFFF0, 5)).at(ID_MEMORY_DATA).mData;
+  };
   EXPECT_EQ(lRam(), lData);
 
   struct Case

@@ -16,15 +16,16 @@ public:
   {
     mProcess.start(QStringLiteral(PARVEX_SIM_PROGRAM),
                    QStringList{QStringLiteral("--port"), QStringLiteral("0")} << aArguments);
+    QByteArray lOutput;
     QElapsedTimer lClock;
     lClock.start();
-    while (!mOutput.contains('\n') && lClock.elapsed() < PxTest::WAIT_MS &&
+    while (!lOutput.contains('\n') && lClock.elapsed() < PxTest::WAIT_MS &&
            mProcess.waitForReadyRead(PxTest::WAIT_MS)) {
-      mOutput += mProcess.readAllStandardOutput();
+      lOutput += mProcess.readAllStandardOutput();
     }
     const QByteArray lPrefix("listening on 127.0.0.1:");
-    if (mOutput.startsWith(lPrefix)) {
-      mPort = static_cast<quint16>(mOutput.mid(lPrefix.size()).trimmed().toUInt());
+    if (lOutput.startsWith(lPrefix)) {
+      mPort = static_cast<quint16>(lOutput.mid(lPrefix.size()).trimmed().toUInt());
     }
   }
   ~SimProcess() { Stop(SIGTERM); }
@@ -41,16 +42,12 @@ public:
       mProcess.waitForFinished();
       return false;
     }
-    mLog += mProcess.readAllStandardError();
     return mProcess.exitStatus() == QProcess::NormalExit && mProcess.exitCode() == 0;
   }
 
   quint16 Port() const { return mPort; }
-  const QByteArray& Log() const { return mLog; }
 
 private:
   QProcess mProcess;
-  QByteArray mOutput;
-  QByteArray mLog;
   quint16 mPort = 0;
 };

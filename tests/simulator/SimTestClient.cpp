@@ -22,16 +22,14 @@ SimTestClient::Element SimTestClient::Read(PtU16 aId)
   return lAnswer.at(aId);
 }
 
-SimTestClient::Traces SimTestClient::ReadTraces(bool aFiltered)
+SimTestClient::Traces SimTestClient::ReadRawTraces()
 {
-  const PtU16 lRequest = aFiltered ? REQ_FILTERED_TRACES : REQ_RAW_TRACES;
-  mConnection.StartRequest(lRequest);
+  mConnection.StartRequest(REQ_RAW_TRACES);
   mConnection.SendRequest();
   PxProtocolReader& lReader = mConnection.Reader();
-  lReader.ReadAnswerHeader(lRequest);
+  lReader.ReadAnswerHeader(REQ_RAW_TRACES);
   lReader.ResetConsumedLength();
   Traces lTraces;
-  const unsigned int lSampleSize = aFiltered ? 4 : 2;
   while (lReader.PullHeader()) {
     switch (lReader.Id()) {
     case ID_TRACE_LENGTH_ELEMENT:
@@ -45,7 +43,7 @@ SimTestClient::Traces SimTestClient::ReadTraces(bool aFiltered)
       break;
     case ID_TRACE_SAMPLES:
       // The provider knows its channel count, and the length from element 419 before this one.
-      lTraces.mItemSize = lSampleSize * lTraces.mLength;
+      lTraces.mItemSize = 2 * lTraces.mLength;
       lTraces.mSamples.resize(static_cast<int>(lTraces.mItemSize * CHANNEL_COUNT));
       lReader.PullElement(lTraces.mSamples.data(), lTraces.mItemSize, CHANNEL_COUNT);
       break;

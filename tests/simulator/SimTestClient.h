@@ -77,8 +77,8 @@ public:
   }
   Element Read(PtU16 aId);
 
-  // The traces answer streamed as the trace provider streams it.
-  Traces ReadTraces(bool aFiltered);
+  // The raw traces answer streamed as the trace provider streams it.
+  Traces ReadRawTraces();
   void Scene(PtU64 aSeed, PtU32 aFlags);
 
   static Answer Collect(PxProtocolReader& aReader);
