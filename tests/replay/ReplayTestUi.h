@@ -1,9 +1,8 @@
 #pragma once
 
 #include "../recording/RecordingTestSupport.h"
-#include "PxTestHost.h"
 #include "PxSensorUi.h"
-
+#include "PxTestHost.h"
 
 // The test sensor's records replayed as a driver replays its own: with the UI a connected test
 // sensor would get, in a window that places menus, tool bar and status widgets as a host does.
@@ -26,17 +25,14 @@ public:
   PxDeviceUi* CreateDeviceUi(PxSensor* aSensor) override { return new TestSensorUi(aSensor); }
 };
 
-inline PxRecordPlayer* MakeUiPlayer(const QString& aFileName)
-{
-  return new UiPlayer(aFileName, new PxTestSensor());
-}
-
 // Registered ahead of the plain test player, so that the test sensor's records replay with a UI
 // (once per process; the first registered match wins).
 inline void RegisterUiPlayer()
 {
   static const bool sRegistered = [] {
-    PxRecordPlayer::RegisterType(RecordingTest::DOCUMENT_SIGNATURE, PxTestSensor::RECORD_DOCUMENT, &MakeUiPlayer);
+    PxRecordPlayer::RegisterType(
+        RecordingTest::DOCUMENT_SIGNATURE, PxTestSensor::RECORD_DOCUMENT,
+        [](const QString& aFileName) -> PxRecordPlayer* { return new UiPlayer(aFileName, new PxTestSensor()); });
     return true;
   }();
   (void)sRegistered;
