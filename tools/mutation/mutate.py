@@ -173,7 +173,7 @@ def main():
     lParser.add_argument("--build", default=str(ROOT / "build" / "default"))
     lParser.add_argument("--report", default="mutation-report.md")
     lParser.add_argument("--only", nargs="*", help="run these fault ids only")
-    lParser.add_argument("--timeout", type=int, default=600, help="seconds one test program may take")
+    lParser.add_argument("--timeout", type=int, default=120, help="seconds one test program may take")
     lParser.add_argument("--check", action="store_true", help="only check that every fault applies")
     lParser.add_argument("--no-baseline", action="store_true",
                          help="skip running the suites on the unchanged product (when ctest just passed)")
