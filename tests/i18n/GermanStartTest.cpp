@@ -227,7 +227,10 @@ TEST(GermanStart, NoVisibleTextStaysEnglish)
   const Walker lEnglish = SeenIn(QString());
   const Walker lGerman = SeenIn(QStringLiteral("de"));
   ASSERT_GT(lEnglish.mText.size(), 100) << "the walk found too little to judge";
-  ASSERT_EQ(lGerman.mText.size(), lEnglish.mText.size()) << "the two runs did not show the same widgets";
+  ASSERT_GT(lGerman.mText.size(), 100) << "the walk found too little to judge";
+  // Compared as sets, not place by place: how many rows the forms fill (and so how many header
+  // texts the walk meets) depends on how many frames arrived before it, which differs between runs.
+  const QSet<QString> lEnglishTexts(lEnglish.mText.begin(), lEnglish.mText.end());
 
   static const QRegularExpression sWords(QStringLiteral("[^\\W\\d_]+"), QRegularExpression::UseUnicodePropertiesOption);
   QSet<QString> lReported;
@@ -238,7 +241,7 @@ TEST(GermanStart, NoVisibleTextStaysEnglish)
       lKept = KEEP.contains(w.next().captured()) && lKept;
     }
     // Paths (serial ports, files) are the system's names, not ours.
-    if (lText == lEnglish.mText[i] && !lKept && !lText.startsWith(QLatin1Char('/')) && !lReported.contains(lText)) {
+    if (lEnglishTexts.contains(lText) && !lKept && !lText.startsWith(QLatin1Char('/')) && !lReported.contains(lText)) {
       lReported.insert(lText);
       ADD_FAILURE() << "still English: \"" << lText.toStdString() << "\" at " << lGerman.mWhere[i].toStdString();
     }
