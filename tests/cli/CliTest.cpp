@@ -2,6 +2,8 @@
 // started here, and the messages and codes of bad command lines and unreachable devices.
 
 #include "PxSimFirmware.h"
+#include "PxSimProtocol.h"
+#include "PxSimUpdateJob.h"
 #include "PxTest.h"
 #include "SimProcess.h"
 
@@ -26,15 +28,21 @@ struct CliRun
   QJsonObject Json() const { return QJsonDocument::fromJson(mOut.toUtf8()).object(); }
 };
 
+// parvex-cli as a child; the recorder's and logger's settings land in the scratch folder, not the
+// user's.
+void Start(QProcess& aProcess, const QStringList& aArguments)
+{
+  QProcessEnvironment lEnvironment = QProcessEnvironment::systemEnvironment();
+  lEnvironment.remove(QStringLiteral("PARVEX_CONNECT"));
+  lEnvironment.insert(QStringLiteral("XDG_CONFIG_HOME"), PxTest::ScratchDir());
+  aProcess.setProcessEnvironment(lEnvironment);
+  aProcess.start(QStringLiteral(PARVEX_CLI_PROGRAM), aArguments);
+}
+
 CliRun Cli(const QStringList& aArguments)
 {
   QProcess lProcess;
-  QProcessEnvironment lEnvironment = QProcessEnvironment::systemEnvironment();
-  lEnvironment.remove(QStringLiteral("PARVEX_CONNECT"));
-  // The recorder's and logger's settings land in the scratch folder, not the user's.
-  lEnvironment.insert(QStringLiteral("XDG_CONFIG_HOME"), PxTest::ScratchDir());
-  lProcess.setProcessEnvironment(lEnvironment);
-  lProcess.start(QStringLiteral(PARVEX_CLI_PROGRAM), aArguments);
+  Start(lProcess, aArguments);
   CliRun lRun;
   if (!lProcess.waitForFinished(PxTest::WAIT_MS)) {
     lProcess.kill();
@@ -62,8 +70,20 @@ protected:
   // The verb, connected to the simulator.
   CliRun Device(QStringList aArguments)
   {
-    aArguments << QStringLiteral("--connect") << QStringLiteral("tcp://127.0.0.1:%1").arg(mSim.Port());
-    return Cli(aArguments);
+    return Cli(aArguments << QStringLiteral("--connect") << QStringLiteral("tcp://127.0.0.1:%1").arg(mSim.Port()));
+  }
+  // "record" from the simulator into mDir for up to a minute, once it has shown aReports progress
+  // lines (one at the first frame, then one a second).
+  void StartRecording(QProcess& aRecord, int aReports, const QStringList& aMore = {})
+  {
+    aRecord.setReadChannel(QProcess::StandardError);
+    Start(aRecord, QStringList{"record", "--seconds", "60", "--out", mDir.path()}
+                       << aMore << "--connect" << QStringLiteral("tcp://127.0.0.1:%1").arg(mSim.Port()));
+    QByteArray lProgress;
+    while (lProgress.count("recording:") < aReports && aRecord.waitForReadyRead(PxTest::WAIT_MS)) {
+      lProgress += aRecord.readAllStandardError();
+    }
+    ASSERT_EQ(lProgress.count("recording:"), aReports) << lProgress.toStdString();
   }
   QJsonObject Property(const QString& aKey)
   {
@@ -183,26 +203,21 @@ TEST_F(CliAgainstSim, SettingsReachTheDeviceAndConfigurationFilesBringThemBack)
 
 TEST_F(CliAgainstSim, FirmwareFilesAreCheckedThenInstalled)
 {
-  QByteArray lImage(10000, '\0');
-  for (int i = 0; i < lImage.size(); ++i) {
-    lImage[i] = static_cast<char>(i * 7 + 3);
-  }
-  auto lFile = [&](PtU16 aType, PtU16 aVersion, int aCut, int aFlip) {
-    QByteArray lHeader(20, '\0');
-    qToLittleEndian<quint32>(0x57465850, lHeader.data());
-    qToLittleEndian<quint16>(1, lHeader.data() + 4);
-    qToLittleEndian<quint16>(aType, lHeader.data() + 6);
-    lHeader[8] = 2;
-    qToLittleEndian<quint16>(aVersion, lHeader.data() + 10);
-    qToLittleEndian<quint32>(static_cast<quint32>(lImage.size()), lHeader.data() + 12);
-    qToLittleEndian<quint32>(
-        PxSimFirmware::Crc32(reinterpret_cast<const PtByte*>(lImage.constData()), static_cast<size_t>(lImage.size())),
-        lHeader.data() + 16);
-    QByteArray lBytes = lHeader + lImage.left(lImage.size() - aCut);
+  // Written as the driver writes its bundled files, then damaged, cut or retargeted by hand.
+  auto lFile = [&](PtU16 aType, int aCut, int aFlip) {
+    PxSimSensor::FirmwareImage lImage{PxSimProtocol::COMPONENT_SOFTWARE, 0x40E0, 0, QByteArray(10000, '\0')};
+    for (int i = 0; i < lImage.mData.size(); ++i) {
+      lImage.mData[i] = static_cast<char>(i * 7 + 3);
+    }
+    lImage.mCrc = PxSimFirmware::Crc32(reinterpret_cast<const PtByte*>(lImage.mData.constData()), 10000);
+    const QString lName = mDir.filePath(QStringLiteral("fw-%1-%2-%3.ptb").arg(aType).arg(aCut).arg(aFlip));
+    PxSimUpdateJob::WriteFirmwareFile(lName, lImage);
+    QByteArray lBytes = PxTest::ReadFile(lName);
+    qToLittleEndian<quint16>(aType, lBytes.data() + 6);
+    lBytes.chop(aCut);
     if (aFlip >= 0) {
       lBytes[20 + aFlip] = static_cast<char>(lBytes[20 + aFlip] ^ 1);
     }
-    const QString lName = mDir.filePath(QStringLiteral("fw-%1-%2-%3.ptb").arg(aType).arg(aCut).arg(aFlip));
     EXPECT_TRUE(PxTest::WriteFile(lName, lBytes));
     return lName;
   };
@@ -214,10 +229,10 @@ TEST_F(CliAgainstSim, FirmwareFilesAreCheckedThenInstalled)
     const char* mMessage;
     int mVersionAfter;
   } const lCases[] = {
-      {"damaged", lFile(0x0A16, 0x40E0, 0, 5000), 1, "is damaged: its checksum does not match", 0x40D4},
-      {"cut short", lFile(0x0A16, 0x40E0, 1, -1), 1, "holds 9999 image bytes instead of 10000", 0x40D4},
-      {"for another device", lFile(0x0B20, 0x40E0, 0, -1), 1, "firmware for device type 0x0b20", 0x40D4},
-      {"good", lFile(0x0A16, 0x40E0, 0, -1), 0, "firmware: 100% (9.8 KiB of 9.8 KiB)", 0x40E0},
+      {"damaged", lFile(0x0A16, 0, 5000), 1, "is damaged: its checksum does not match", 0x40D4},
+      {"cut short", lFile(0x0A16, 1, -1), 1, "holds 9999 image bytes instead of 10000", 0x40D4},
+      {"for another device", lFile(0x0B20, 0, -1), 1, "firmware for device type 0x0b20", 0x40D4},
+      {"good", lFile(0x0A16, 0, -1), 0, "firmware: 100% (9.8 KiB of 9.8 KiB)", 0x40E0},
   };
   for (const Case& c : lCases) {
     SCOPED_TRACE(c.mWhat);
@@ -231,19 +246,7 @@ TEST_F(CliAgainstSim, FirmwareFilesAreCheckedThenInstalled)
 TEST_F(CliAgainstSim, CtrlCEndsARecordingWithAFileThatReplaysAndExports)
 {
   QProcess lRecord;
-  QProcessEnvironment lEnvironment = QProcessEnvironment::systemEnvironment();
-  lEnvironment.insert(QStringLiteral("XDG_CONFIG_HOME"), PxTest::ScratchDir());
-  lRecord.setProcessEnvironment(lEnvironment);
-  lRecord.setReadChannel(QProcess::StandardError);
-  lRecord.start(QStringLiteral(PARVEX_CLI_PROGRAM),
-                {"record", "--seconds", "60", "--out", mDir.path(), "--traces", "raw", "--connect",
-                 QStringLiteral("tcp://127.0.0.1:%1").arg(mSim.Port())});
-  // The progress line: once at the first frame, then once a second.
-  QByteArray lProgress;
-  while (lProgress.count("recording:") < 2 && lRecord.waitForReadyRead(PxTest::WAIT_MS)) {
-    lProgress += lRecord.readAllStandardError();
-  }
-  ASSERT_EQ(lProgress.count("recording:"), 2) << lProgress.toStdString();
+  ASSERT_NO_FATAL_FAILURE(StartRecording(lRecord, 2, {"--traces", "raw"}));
   ::kill(static_cast<pid_t>(lRecord.processId()), SIGINT);
   ASSERT_TRUE(lRecord.waitForFinished(PxTest::WAIT_MS));
   EXPECT_EQ(lRecord.exitStatus(), QProcess::NormalExit);
@@ -318,14 +321,7 @@ TEST_F(CliAgainstSim, FrameLimitedRecordingsAndEchoLogsStopByThemselves)
 TEST_F(CliAgainstSim, ALostLinkEndsARecordingWithItsCodeAndAReplayableFile)
 {
   QProcess lRecord;
-  lRecord.setReadChannel(QProcess::StandardError);
-  lRecord.start(QStringLiteral(PARVEX_CLI_PROGRAM), {"record", "--seconds", "60", "--out", mDir.path(), "--connect",
-                                                     QStringLiteral("tcp://127.0.0.1:%1").arg(mSim.Port())});
-  QByteArray lErr;
-  while (!lErr.contains("recording:") && lRecord.waitForReadyRead(PxTest::WAIT_MS)) {
-    lErr += lRecord.readAllStandardError();
-  }
-  ASSERT_TRUE(lErr.contains("recording:")) << lErr.toStdString();
+  ASSERT_NO_FATAL_FAILURE(StartRecording(lRecord, 1));
   mSim.Stop(SIGTERM);
   ASSERT_TRUE(lRecord.waitForFinished(PxTest::WAIT_MS));
   EXPECT_EQ(lRecord.exitCode(), 3);

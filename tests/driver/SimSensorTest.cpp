@@ -18,8 +18,10 @@
 #include <QSignalSpy>
 
 #include <algorithm>
+#include <functional>
 #include <gtest/gtest.h>
 #include <memory>
+#include <numeric>
 
 using namespace PxSimProtocol;
 
@@ -101,10 +103,7 @@ TEST_P(SimSensorLink, AcquisitionFetchesExactlyTheSubscribedGroupsStateLast)
 {
   const std::vector<PtU32> lMasks[] = {{2}, {4, 8}, {4, 8, 16, 2}};
   for (const std::vector<PtU32>& lGroups : lMasks) {
-    PtU32 lMask = 0;
-    for (PtU32 lGroup : lGroups) {
-      lMask |= lGroup;
-    }
+    const PtU32 lMask = std::accumulate(lGroups.begin(), lGroups.end(), 0u, std::bit_or<>());
     SCOPED_TRACE(lMask);
     PxResultSubscription lView(lMask);
     mSensor->Subscribe(&lView);

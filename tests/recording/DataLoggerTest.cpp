@@ -9,30 +9,18 @@
 using namespace RecordingTest;
 
 namespace {
-void PublishOneEcho(SyntheticSensor& aSource, Pt32 aDistance, PtU32 aAmplitude, PtByte aSegment, PtByte aFlag)
+// One echo, or none with aCount 0.
+void PublishEcho(SyntheticSensor& aSource, Pt32 aDistance, PtU32 aAmplitude, PtByte aSegment, PtByte aFlag,
+                 PtU32 aCount = 1)
 {
   PxResultEchoes& lEchoes = aSource.mSensor.EchoesProvider();
   lEchoes.StartUpdate();
-  lEchoes.SetEchoCount(1);
+  lEchoes.SetEchoCount(aCount);
   lEchoes.mEchoes[0].mDistance = aDistance;
   lEchoes.mEchoes[0].mAmplitude = aAmplitude;
   lEchoes.mEchoes[0].mSegment = aSegment;
   lEchoes.mEchoes[0].mFlag = aFlag;
   lEchoes.EndUpdate();
-}
-
-void PublishNoEchoes(SyntheticSensor& aSource)
-{
-  aSource.mSensor.EchoesProvider().StartUpdate();
-  aSource.mSensor.EchoesProvider().SetEchoCount(0);
-  aSource.mSensor.EchoesProvider().EndUpdate();
-}
-
-void PublishState(SyntheticSensor& aSource, PtU32 aTimestamp)
-{
-  aSource.mState->StartUpdate();
-  aSource.mState->SetTimestamp(aTimestamp);
-  aSource.mState->EndUpdate();
 }
 } // namespace
 
@@ -47,17 +35,17 @@ TEST(DataLogger, WritesEachEchoOnceStampedWithTheStateThatFollows)
   const QString lFile = lSource.mSensor.DataLogger()->FileName();
 
   // Scales: distance 1/1000, amplitude 1/100.
-  PublishOneEcho(lSource, 12340, 4550, 3, 1);
-  PublishState(lSource, 123456);
-  PublishState(lSource, 123466);               // no new echoes: nothing
-  PublishOneEcho(lSource, 1, 1, 0, 0);         // replaced before its state: not written
-  PublishOneEcho(lSource, 12345678, 0, 15, 0); // wider than its fields: written whole
-  PublishState(lSource, 4000000000u);
-  PublishNoEchoes(lSource);
-  PublishState(lSource, 7);
+  PublishEcho(lSource, 12340, 4550, 3, 1);
+  lSource.PublishTimestamp(123456);
+  lSource.PublishTimestamp(123466);         // no new echoes: nothing
+  PublishEcho(lSource, 1, 1, 0, 0);         // replaced before its state: not written
+  PublishEcho(lSource, 12345678, 0, 15, 0); // wider than its fields: written whole
+  lSource.PublishTimestamp(4000000000u);
+  PublishEcho(lSource, 5, 5, 5, 0, 0); // an empty answer
+  lSource.PublishTimestamp(7);
   lSource.mSensor.StopDataLogger();
   EXPECT_EQ(lSource.mSensor.DataMask(), 0u);
 
   EXPECT_EQ(PxTest::ReadFile(lFile), QByteArray("   123456  3  45.50  12.34 1 \n"
-                                        "4000000000 15   0.0012345.68 0 \n"));
+                                                "4000000000 15   0.0012345.68 0 \n"));
 }

@@ -1,5 +1,4 @@
 #include "PtDocumentWriter.h"
-#include "PtException.h"
 #include "PxRecorder.h"
 #include "PxTest.h"
 #include "RecordingTestSupport.h"
@@ -13,18 +12,6 @@
 using namespace RecordingTest;
 
 namespace {
-unsigned int CodeOf(const std::function<void()>& aCall)
-{
-  try {
-    aCall();
-  } catch (const std::exception& e) {
-    unsigned int lCode = 0;
-    PtExtractException(e, &lCode, nullptr);
-    return lCode;
-  }
-  return 0;
-}
-
 // A record file written by hand, for layouts the recorder does not make.
 QString WriteFile(const QString& aFile, PtU32 aType, const std::function<void(PtDocumentWriter&)>& aContent)
 {
@@ -149,15 +136,17 @@ TEST(RecordPlayer, RefusesFilesItCannotReplay)
     SCOPED_TRACE(lCase.mName);
     const QString lFile = lCase.mFile();
     PxRecordPlayer* lMade = nullptr;
-    const unsigned int lCode = CodeOf([&] {
-      std::unique_ptr<PxRecordPlayer> lPlayer(PxRecordPlayer::CreateFromFile(lFile));
-      lMade = lPlayer.get();
-      if (lPlayer) {
-        lPlayer->Start();
-        while (lPlayer->ReadNext()) {
-        }
-      }
-    });
+    const unsigned int lCode = PxTest::ErrorCode(
+        [&] {
+          std::unique_ptr<PxRecordPlayer> lPlayer(PxRecordPlayer::CreateFromFile(lFile));
+          lMade = lPlayer.get();
+          if (lPlayer) {
+            lPlayer->Start();
+            while (lPlayer->ReadNext()) {
+            }
+          }
+        },
+        true);
     EXPECT_EQ(lCode, lCase.mCode);
     if (lCase.mCode == 0) {
       EXPECT_EQ(lMade != nullptr, lCase.mRegistered);

@@ -1,17 +1,14 @@
 // Records a test sensor's synthetic frames as fast as a busy sensor publishes them, until it is
 // killed. On stdout it reports, unbuffered so that a kill loses none of it: "R" once recording and
 // "D n" as soon as the recorder has completed frame n.
-#include "PxInProcessConnection.h"
 #include "PxRecorder.h"
 #include "PxResultSubscription.h"
-#include "PxSimDriver.h"
-#include "PxSimSensor.h"
+#include "PxTestSimSensor.h"
 #include "RecordingTestSupport.h"
 
 #include <QCoreApplication>
 #include <QSettings>
 #include <QThread>
-#include <memory>
 
 #include <cstdio>
 #include <unistd.h>
@@ -42,17 +39,13 @@ int main(int argc, char** argv)
   // Every frame is reported once the recorder has finished it: from then on it must survive a kill.
   if (argc > 2 && qstrcmp(argv[2], "sim") == 0) {
     // The simulated sensor through the reference driver, as the application records it.
-    PxSimDriver::Register();
-    PxInProcessConnection lLink;
-    lLink.Connect();
-    std::unique_ptr<PxSensor> lSensor(static_cast<PxSensor*>(PxDevice::Create(PxSimSensor::TYPE, &lLink)));
-    lSensor->Initialize();
+    PxTest::SimSensor lSim;
     PxResultSubscription lView(2 | 4 | 16);
-    lSensor->Subscribe(&lView);
-    lSensor->CreateRecorder();
+    lSim.mSensor->Subscribe(&lView);
+    lSim.mSensor->CreateRecorder();
     Report("R");
     for (PtU32 n = 0;; ++n) {
-      static_cast<PxSimSensor*>(lSensor.get())->Acquire();
+      lSim.mSensor->Acquire();
       Report("D " + QByteArray::number(n));
     }
   }

@@ -41,11 +41,6 @@ Layout ReadLayout(const QString& aFile)
   }
   return lLayout;
 }
-
-void UseRecorder(const QString& aDirectory, unsigned int aFlags, unsigned int aMaxFileSize = 500)
-{
-  PxRecorder::SetParameters(aFlags, aDirectory, aMaxFileSize, 60);
-}
 } // namespace
 
 TEST(Recorder, AssemblesFramesInTheOrderTheResultsArrive)
@@ -65,7 +60,7 @@ TEST(Recorder, AssemblesFramesInTheOrderTheResultsArrive)
   for (const Case& lCase : lCases) {
     SCOPED_TRACE(std::string(lCase.mPublished) + " flags " + std::to_string(lCase.mFlags));
     QTemporaryDir lDir;
-    UseRecorder(lDir.path(), lCase.mFlags);
+    PxRecorder::SetParameters(lCase.mFlags, lDir.path(), 500, 60);
     SyntheticSensor lSource(2, 8);
     lSource.mSensor.CreateRecorder();
     PtU32 lFrame = 0;
@@ -105,7 +100,7 @@ TEST(Recorder, NamesFilesAfterTheDeviceAndTheStartTime)
     for (const QString& lExtension : {QStringLiteral(".ptl"), QStringLiteral(".txt")}) {
       SCOPED_TRACE(std::string(lCase.mDeviceName) + lExtension.toStdString());
       QTemporaryDir lDir;
-      UseRecorder(lDir.path(), 33);
+      PxRecorder::SetParameters(33, lDir.path(), 500, 60);
       PxDataLogger::SetParameters(lDir.path());
       SyntheticSensor lSource(0, 0, QString::fromUtf8(lCase.mDeviceName));
       const QDateTime lBefore = QDateTime::currentDateTime();
@@ -187,7 +182,7 @@ TEST(Recorder, ASensorDestroyedWhileRecordingLeavesFinishedFiles)
 {
   RegisterTestPlayer();
   QTemporaryDir lDir;
-  UseRecorder(lDir.path(), 37);
+  PxRecorder::SetParameters(37, lDir.path(), 500, 60);
   PxDataLogger::SetParameters(lDir.path());
   auto lSource = std::make_unique<SyntheticSensor>(2, 8);
   lSource->mSensor.CreateRecorder();

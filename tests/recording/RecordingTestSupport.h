@@ -98,10 +98,11 @@ public:
   }
 
   // Device timestamps 10 ms apart.
-  void PublishState(PtU32 aFrame)
+  void PublishState(PtU32 aFrame) { PublishTimestamp(1000 + 10 * aFrame); }
+  void PublishTimestamp(PtU32 aTimestamp)
   {
     mState->StartUpdate();
-    mState->SetTimestamp(1000 + 10 * aFrame);
+    mState->SetTimestamp(aTimestamp);
     mState->EndUpdate();
   }
 

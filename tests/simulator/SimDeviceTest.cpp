@@ -131,12 +131,13 @@ TEST(SimDevice, SettingsShowInTheData)
   for (PtU16 i = 0; i < lMasked.at(ID_ECHO_SEGMENT).mCount; ++i) {
     EXPECT_LT(lMasked.at(ID_ECHO_SEGMENT).At<PtByte>(i), 8);
   }
-  SimTestClient::Traces lTraces = b.mClient.ReadRawTraces();
-  EXPECT_EQ(lTraces.mActive, 0x00FFu);
+  SimTestClient::Answer lTraces = b.mClient.Exchange(REQ_RAW_TRACES);
+  EXPECT_EQ(lTraces.at(ID_TRACE_ACTIVE).At<PtU32>(), 0x00FFu);
+  const PtU32 lLength = lTraces.at(ID_TRACE_LENGTH_ELEMENT).At<PtU32>();
   const auto lPeak = [&](size_t aChannel) {
     PtU16 lMax = 0;
-    for (size_t k = 0; k < lTraces.mLength; ++k) {
-      lMax = std::max(lMax, lTraces.Sample(aChannel, k));
+    for (size_t k = 0; k < lLength; ++k) {
+      lMax = std::max(lMax, lTraces.at(ID_TRACE_SAMPLES).At<PtU16>(aChannel * lLength + k));
     }
     return lMax;
   };
@@ -165,26 +166,19 @@ TEST(SimDevice, SettingsShowInTheData)
 TEST(SimDevice, MemoriesReadBackWhatWasWrittenAndGuardTheirBounds)
 {
   Bench b;
-  auto lArea = [](PxProtocolWriter& w, PtByte aArea, PtU32 aAddress) {
-    w.AddElement(ID_MEMORY_AREA, 1, 1, &aArea, 1);
-    w.AddElement(ID_MEMORY_ADDRESS, 1, 4, &aAddress, 4);
-  };
   const QByteArray lData("\x11\x22\x33\x44\x55", 5);
-  auto lWrite = [&](PtByte aArea, PtU32 aAddress) {
-    return [=, &lArea, &lData](PxProtocolWriter& w) {
-      lArea(w, aArea, aAddress);
-      w.AddElement(ID_MEMORY_DATA, 5, 1, lData.constData(), 1);
+  // A memory request: aLength bytes read, or with aLength 0 lData written.
+  auto lAccess = [&](PtByte aArea, PtU32 aAddress, PtU32 aLength) {
+    return [=, &lData](PxProtocolWriter& w) {
+      w.AddElement(ID_MEMORY_AREA, 1, 1, &aArea, 1);
+      w.AddElement(ID_MEMORY_ADDRESS, 1, 4, &aAddress, 4);
+      aLength ? w.AddElement(ID_MEMORY_LENGTH, 1, 4, &aLength, 4)
+              : w.AddElement(ID_MEMORY_DATA, 5, 1, lData.constData(), 1);
     };
   };
-  b.mClient.Exchange(REQ_WRITE_MEMORY, lWrite(MEMORY_RAM, 0xFFF0));
-  auto lRead = [&](PtByte aArea, PtU32 aAddress, PtU32 aLength) {
-    return [=, &lArea](PxProtocolWriter& w) {
-      lArea(w, aArea, aAddress);
-      w.AddElement(ID_MEMORY_LENGTH, 1, 4, &aLength, 4);
-    };
-  };
+  b.mClient.Exchange(REQ_WRITE_MEMORY, lAccess(MEMORY_RAM, 0xFFF0, 0));
   auto lRam = [&] {
-    return b.mClient.Exchange(REQ_READ_MEMORY, lRead(MEMORY_RAM, 0xFFF0, 5)).at(ID_MEMORY_DATA).mData;
+    return b.mClient.Exchange(REQ_READ_MEMORY, lAccess(MEMORY_RAM, 0xFFF0, 5)).at(ID_MEMORY_DATA).mData;
   };
   EXPECT_EQ(lRam(), lData);
 
@@ -202,10 +196,10 @@ TEST(SimDevice, MemoriesReadBackWhatWasWrittenAndGuardTheirBounds)
       {9, 0, 1, ANSWER_OUT_OF_RANGE},
   };
   for (const Case& c : lCases) {
-    EXPECT_EQ(b.mClient.Code(REQ_READ_MEMORY, lRead(c.mArea, c.mAddress, c.mLength)), c.mCode)
+    EXPECT_EQ(b.mClient.Code(REQ_READ_MEMORY, lAccess(c.mArea, c.mAddress, c.mLength)), c.mCode)
         << int(c.mArea) << " " << c.mAddress;
   }
-  EXPECT_EQ(b.mClient.Code(REQ_WRITE_MEMORY, lWrite(MEMORY_FIRMWARE, 0)), unsigned(ANSWER_READ_ONLY));
+  EXPECT_EQ(b.mClient.Code(REQ_WRITE_MEMORY, lAccess(MEMORY_FIRMWARE, 0, 0)), unsigned(ANSWER_READ_ONLY));
   b.mClient.Exchange(REQ_RESET);
   EXPECT_EQ(lRam(), QByteArray(5, '\0')) << "RAM does not survive a restart";
 }

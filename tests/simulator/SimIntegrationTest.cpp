@@ -10,41 +10,45 @@
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+#include <memory>
 
 using namespace PxSimProtocol;
 
 namespace {
-constexpr int TIMEOUT_MS = 300;
+// A link to the simulator on aPort that gives up after 300 ms.
+std::unique_ptr<PxTcpConnection> Link(quint16 aPort)
+{
+  auto lLink = std::make_unique<PxTcpConnection>(QStringLiteral("127.0.0.1"), aPort);
+  lLink->SetTimeout(300);
+  return lLink;
+}
 } // namespace
 
 TEST(SimServer, ServesOneClientAtATimeAndStopsCleanly)
 {
   SimProcess lSim;
   ASSERT_NE(lSim.Port(), 0);
-  PxTcpConnection lFirst(QStringLiteral("127.0.0.1"), lSim.Port());
-  lFirst.SetTimeout(TIMEOUT_MS);
-  ASSERT_TRUE(lFirst.Connect());
-  SimTestClient lFirstClient(lFirst);
+  auto lFirst = Link(lSim.Port());
+  ASSERT_TRUE(lFirst->Connect());
+  SimTestClient lFirstClient(*lFirst);
   lFirstClient.Exchange(REQ_IDENTITY);
 
-  PxTcpConnection lSecond(QStringLiteral("127.0.0.1"), lSim.Port());
-  lSecond.SetTimeout(TIMEOUT_MS);
-  QSignalSpy lSecondLost(&lSecond, &PxConnection::Disconnected);
-  SimTestClient lSecondClient(lSecond);
-  if (lSecond.Connect()) { // the handshake may complete before the server turns it away
+  auto lSecond = Link(lSim.Port());
+  QSignalSpy lSecondLost(lSecond.get(), &PxConnection::Disconnected);
+  SimTestClient lSecondClient(*lSecond);
+  if (lSecond->Connect()) { // the handshake may complete before the server turns it away
     EXPECT_THROW(lSecondClient.Exchange(REQ_IDENTITY), PxConnection::Exception);
     EXPECT_EQ(lSecondLost.count(), 1);
   }
   EXPECT_NO_THROW(lFirstClient.Exchange(REQ_STATE)) << "the first client is still served";
-  lFirst.Disconnect();
+  lFirst->Disconnect();
 
   EXPECT_TRUE(lSim.Stop(SIGINT)) << "a clean exit on SIGINT";
 
   // Connecting to a server that is gone fails within the time-out instead of hanging.
-  PxTcpConnection lLate(QStringLiteral("127.0.0.1"), lSim.Port());
-  lLate.SetTimeout(TIMEOUT_MS);
-  EXPECT_FALSE(lLate.Connect());
-  EXPECT_FALSE(lLate.ErrorString().isEmpty());
+  auto lLate = Link(lSim.Port());
+  EXPECT_FALSE(lLate->Connect());
+  EXPECT_FALSE(lLate->ErrorString().isEmpty());
 }
 
 TEST(SimServer, RemembersASavedConfigurationAcrossRuns)
@@ -53,21 +57,21 @@ TEST(SimServer, RemembersASavedConfigurationAcrossRuns)
   const QStringList lArguments{QStringLiteral("--state-dir"), lState.path()};
   {
     SimProcess lSim(lArguments);
-    PxTcpConnection lLink(QStringLiteral("127.0.0.1"), lSim.Port());
-    ASSERT_TRUE(lLink.Connect());
-    SimTestClient lClient(lLink);
+    auto lLink = Link(lSim.Port());
+    ASSERT_TRUE(lLink->Connect());
+    SimTestClient lClient(*lLink);
     lClient.Write<PtU32>(ID_BAUD_RATE, 38400);
     lClient.Exchange(REQ_SAVE_CONFIG);
     // The sensor goes away while the application sits idle: the loss is noticed without a request.
-    QSignalSpy lLost(&lLink, &PxConnection::Disconnected);
+    QSignalSpy lLost(lLink.get(), &PxConnection::Disconnected);
     EXPECT_TRUE(lSim.Stop(SIGTERM)) << "a clean exit on SIGTERM";
     EXPECT_TRUE(lLost.count() == 1 || lLost.wait(PxTest::WAIT_MS));
     QCoreApplication::processEvents();
     EXPECT_EQ(lLost.count(), 1);
-    EXPECT_FALSE(lLink.Connected());
+    EXPECT_FALSE(lLink->Connected());
   }
   SimProcess lSim(lArguments);
-  PxTcpConnection lLink(QStringLiteral("127.0.0.1"), lSim.Port());
-  ASSERT_TRUE(lLink.Connect());
-  EXPECT_EQ(SimTestClient(lLink).Read(ID_BAUD_RATE).At<PtU32>(), 38400u);
+  auto lLink = Link(lSim.Port());
+  ASSERT_TRUE(lLink->Connect());
+  EXPECT_EQ(SimTestClient(*lLink).Read(ID_BAUD_RATE).At<PtU32>(), 38400u);
 }

@@ -22,42 +22,6 @@ SimTestClient::Element SimTestClient::Read(PtU16 aId)
   return lAnswer.at(aId);
 }
 
-SimTestClient::Traces SimTestClient::ReadRawTraces()
-{
-  mConnection.StartRequest(REQ_RAW_TRACES);
-  mConnection.SendRequest();
-  PxProtocolReader& lReader = mConnection.Reader();
-  lReader.ReadAnswerHeader(REQ_RAW_TRACES);
-  lReader.ResetConsumedLength();
-  Traces lTraces;
-  while (lReader.PullHeader()) {
-    switch (lReader.Id()) {
-    case ID_TRACE_LENGTH_ELEMENT:
-      lReader.PullElement(&lTraces.mLength, 4, 1);
-      break;
-    case ID_TRACE_FRAME:
-      lReader.PullElement(&lTraces.mFrame, 4, 1);
-      break;
-    case ID_TRACE_ACTIVE:
-      lReader.PullElement(&lTraces.mActive, 4, 1);
-      break;
-    case ID_TRACE_SAMPLES:
-      // The provider knows its channel count, and the length from element 419 before this one.
-      lTraces.mItemSize = 2 * lTraces.mLength;
-      lTraces.mSamples.resize(static_cast<int>(lTraces.mItemSize * CHANNEL_COUNT));
-      lReader.PullElement(lTraces.mSamples.data(), lTraces.mItemSize, CHANNEL_COUNT);
-      break;
-    case ID_TRACE_DELAYS:
-      lTraces.mDelays.resize(CHANNEL_COUNT);
-      lReader.PullElement(lTraces.mDelays.data(), 4, CHANNEL_COUNT);
-      break;
-    default:
-      throw std::runtime_error("unexpected trace element " + std::to_string(lReader.Id()));
-    }
-  }
-  return lTraces;
-}
-
 void SimTestClient::Scene(PtU64 aSeed, PtU32 aFlags)
 {
   Exchange(REQ_DEBUG_SCENE, [&](PxProtocolWriter& w) {

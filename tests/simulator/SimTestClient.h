@@ -29,22 +29,6 @@ public:
   };
   using Answer = std::map<PtU16, Element>;
 
-  struct Traces
-  {
-    PtU32 mLength = 0;
-    PtU32 mFrame = 0;
-    PtU32 mActive = 0;
-    PtU32 mItemSize = 0;
-    QByteArray mSamples;
-    std::vector<Pt32> mDelays;
-    PtU16 Sample(size_t aChannel, size_t aIndex) const
-    {
-      PtU16 lValue;
-      std::memcpy(&lValue, mSamples.constData() + (aChannel * mLength + aIndex) * 2, 2);
-      return lValue;
-    }
-  };
-
   explicit SimTestClient(PxControlConnection& aConnection)
       : mConnection(aConnection)
   {
@@ -77,8 +61,6 @@ public:
   }
   Element Read(PtU16 aId);
 
-  // The raw traces answer streamed as the trace provider streams it.
-  Traces ReadRawTraces();
   void Scene(PtU64 aSeed, PtU32 aFlags);
 
   static Answer Collect(PxProtocolReader& aReader);
