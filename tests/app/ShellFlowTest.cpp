@@ -75,9 +75,12 @@ protected:
       }
     });
   }
-  void Connect(PtModalScript& aScript, const QString& aType)
+  // "Connect..." on aType, with aThen answering the questions that follow.
+  template <class... A>
+  void Connect(PtModalScript& aScript, const QString& aType, const A&... aThen)
   {
     QueueConnect(aScript, aType);
+    (aScript.Queue(aThen), ...);
     PxStaticUi::Singleton()->ConnectAction()->trigger();
   }
   int SoftwareVersion() const
@@ -136,22 +139,14 @@ TEST_F(ShellFlow, TcpWidgetChecksWhatIsTypedAndExplainsFailures)
     ASSERT_TRUE(lServer.listen(QHostAddress::LocalHost));
     lClosedPort = lServer.serverPort();
   }
-  const struct
-  {
-    QString mHost;
-    quint16 mPort;
-    QString mWords;
-  } lFailures[] = {
-      {"127.0.0.1", lClosedPort, "refused the connection on port"},
-      {"no-such-sensor.invalid", 48016, "could not be found"},
-  };
-  for (const auto& f : lFailures) {
-    lWidget.HostEdit()->setText(f.mHost);
-    lWidget.PortEdit()->setText(QString::number(f.mPort));
+  for (const auto& [lHost, lPort, lWords] : {std::tuple{"127.0.0.1", lClosedPort, "refused the connection on port"},
+                                             {"no-such-sensor.invalid", quint16(48016), "could not be found"}}) {
+    lWidget.HostEdit()->setText(QLatin1String(lHost));
+    lWidget.PortEdit()->setText(QString::number(lPort));
     QSignalSpy lFailed(&lWidget, &PxSimTcpWidget::ConnectionFailed);
     lWidget.Connect();
-    ASSERT_TRUE(lFailed.count() > 0 || lFailed.wait(PxTest::WAIT_MS)) << f.mHost.toStdString();
-    EXPECT_TRUE(lWidget.StatusText().contains(f.mWords)) << lWidget.StatusText().toStdString();
+    ASSERT_TRUE(lFailed.count() > 0 || lFailed.wait(PxTest::WAIT_MS)) << lHost;
+    EXPECT_TRUE(lWidget.StatusText().contains(QLatin1String(lWords))) << lWidget.StatusText().toStdString();
     EXPECT_TRUE(lWidget.HostEdit()->isEnabled()) << "the user can correct the address";
   }
   PxTest::SaveToGallery(&lWidget, QStringLiteral("tcp-widget-refused"));
@@ -265,11 +260,7 @@ TEST_F(ShellFlow, OutOfDateSensorIsUpdatedAndConnectsAgainOnTheNewFirmware)
 {
   PxSimConnectionTypes::SetSimulatorOnOlderFirmware(true);
   PtModalScript lScript;
-  QueueConnect(lScript, QStringLiteral("Simulated sensor"));
-  lScript.Queue(QMessageBox::Yes);
-  lScript.Queue(RUN_UPDATE); // the FPGA first
-  lScript.Queue(RUN_UPDATE); // then the software
-  PxStaticUi::Singleton()->ConnectAction()->trigger();
+  Connect(lScript, QStringLiteral("Simulated sensor"), int(QMessageBox::Yes), RUN_UPDATE, RUN_UPDATE); // FPGA, software
   QStringList lTold;
   for (const PtModalScript::Interaction& i : lScript.Interactions()) {
     lTold << i.mText;
@@ -291,9 +282,7 @@ TEST_F(ShellFlow, CutOffOrDamagedUpdateLeavesTheOldFirmware)
 {
   PxSimConnectionTypes::SetSimulatorOnOlderFirmware(true);
   PtModalScript lScript;
-  QueueConnect(lScript, QStringLiteral("Simulated sensor"));
-  lScript.Queue(QMessageBox::No); // keep the old firmware for now
-  PxStaticUi::Singleton()->ConnectAction()->trigger();
+  Connect(lScript, QStringLiteral("Simulated sensor"), int(QMessageBox::No)); // keep the old firmware for now
   ASSERT_NE(PxStaticUi::Ui(), nullptr);
   const int lOld = SoftwareVersion();
   EXPECT_LT(lOld, PxSimSensor::EXPECTED_SOFTWARE_VERSION);
@@ -318,9 +307,7 @@ TEST_F(ShellFlow, CutOffOrDamagedUpdateLeavesTheOldFirmware)
   WaitForTeardown();
   ASSERT_EQ(PxStaticUi::Ui(), nullptr);
 
-  QueueConnect(lScript, QStringLiteral("Simulated sensor"));
-  lScript.Queue(QMessageBox::No);
-  PxStaticUi::Singleton()->ConnectAction()->trigger();
+  Connect(lScript, QStringLiteral("Simulated sensor"), int(QMessageBox::No));
   ASSERT_NE(PxStaticUi::Ui(), nullptr) << "still connectable";
   EXPECT_EQ(SoftwareVersion(), lOld);
 
