@@ -83,12 +83,7 @@ protected:
     (aScript.Queue(aThen), ...);
     PxStaticUi::Singleton()->ConnectAction()->trigger();
   }
-  int SoftwareVersion() const
-  {
-    return static_cast<const PxIntegerProperty&>(PxStaticUi::Ui()->Device()->Property(PxDevice::ID_SOFTWARE_VERSION))
-               .Value(0) &
-           0x3FFF;
-  }
+  int SoftwareVersion() const { return PxStaticUi::Ui()->Device()->SoftwareVersion().Value(0) & 0x3FFF; }
   // Waits for a torn-down device UI to go, as the host's ticks make it.
   void WaitForTeardown()
   {
@@ -111,23 +106,20 @@ const PtModalScript::Action RUN_UPDATE = [](QDialog* aDialog) {
 TEST_F(ShellFlow, TcpWidgetChecksWhatIsTypedAndExplainsFailures)
 {
   PxSimTcpWidget lWidget;
-  struct Typed
-  {
-    QString mHost, mPort, mStatus;
-  } lCases[] = {
-      {"", "48016", "Enter the host name or IP address of the sensor."},
-      {"sensor one", "48016", ""}, // the blank is refused as it is typed
-      {"-sensor", "48016", "\"-sensor\" is not a valid host name or IP address."},
-      {"10.0.0.7", "0", "Enter a port number between 1 and 65535."},
-      {"10.0.0.7", "70000", "Enter a port number between 1 and 65535."},
-      {"fe80::1", "4801a6", ""}, // letters never reach the port field
-  };
-  for (const Typed& c : lCases) {
+  // What is typed in the host and port fields, and what the widget says then. "sensor one": the
+  // blank is refused as it is typed; "4801a6": letters never reach the port field.
+  for (const auto& [lHost, lPort, lStatus] :
+       {std::tuple{"", "48016", "Enter the host name or IP address of the sensor."},
+        {"sensor one", "48016", ""},
+        {"-sensor", "48016", "\"-sensor\" is not a valid host name or IP address."},
+        {"10.0.0.7", "0", "Enter a port number between 1 and 65535."},
+        {"10.0.0.7", "70000", "Enter a port number between 1 and 65535."},
+        {"fe80::1", "4801a6", ""}}) {
     lWidget.HostEdit()->clear();
     lWidget.PortEdit()->clear();
-    QTest::keyClicks(lWidget.HostEdit(), c.mHost);
-    QTest::keyClicks(lWidget.PortEdit(), c.mPort);
-    EXPECT_EQ(lWidget.StatusText(), c.mStatus) << c.mHost.toStdString() << " " << c.mPort.toStdString();
+    QTest::keyClicks(lWidget.HostEdit(), QLatin1String(lHost));
+    QTest::keyClicks(lWidget.PortEdit(), QLatin1String(lPort));
+    EXPECT_EQ(lWidget.StatusText(), QLatin1String(lStatus)) << lHost << " " << lPort;
   }
   EXPECT_EQ(lWidget.HostEdit()->text(), QStringLiteral("fe80::1"));
   EXPECT_EQ(lWidget.PortEdit()->text(), QStringLiteral("48016"));
