@@ -223,16 +223,10 @@ TEST_F(SensorUiFlow, ViewAndDeviceActionsToggleTheirForms)
 
 TEST_F(SensorUiFlow, PreferencePagesStoreWhatTheUserChose)
 {
-  struct Case
-  {
-    bool mRaw;
-    bool mFiltered;
-    unsigned int mFlags;
-  };
   const QString lChosen = mState.filePath(QStringLiteral("chosen"));
-  bool lFirst = true;
-  for (const Case& lCase : {Case{false, false, 0}, Case{true, false, 4}, Case{false, true, 8}, Case{true, true, 12}}) {
-    SCOPED_TRACE(lCase.mFlags);
+  // The recorder's flags as the two boxes set them: raw traces 4, filtered traces 8.
+  for (const unsigned int lFlags : {0u, 4u, 8u, 12u}) {
+    SCOPED_TRACE(lFlags);
     // A stored default keeps bits no box shows; accepting the page drops them.
     PxRecorder::SetParameters(PxRecorder::DEFAULT_FLAGS, mState.filePath(QStringLiteral("records")), 500, 60);
     PtModalScript lScript;
@@ -241,7 +235,7 @@ TEST_F(SensorUiFlow, PreferencePagesStoreWhatTheUserChose)
       QWidget* lRecorder = lPreferences->Page(QStringLiteral("Recorder"));
       QWidget* lLogger = lPreferences->Page(QStringLiteral("Data Logger"));
       ASSERT_TRUE(lRecorder && lLogger);
-      if (lFirst) {
+      if (lFlags == 0) {
         QStringList lTexts;
         for (QGroupBox* lGroup : lRecorder->findChildren<QGroupBox*>()) {
           lTexts << lGroup->title();
@@ -254,8 +248,8 @@ TEST_F(SensorUiFlow, PreferencePagesStoreWhatTheUserChose)
       }
       const QList<QCheckBox*> lBoxes = lRecorder->findChildren<QCheckBox*>();
       ASSERT_EQ(lBoxes.size(), 2);
-      lBoxes[0]->setChecked(lCase.mRaw);
-      lBoxes[1]->setChecked(lCase.mFiltered);
+      lBoxes[0]->setChecked(lFlags & 4);
+      lBoxes[1]->setChecked(lFlags & 8);
       lRecorder->findChildren<QSpinBox*>().at(1)->setValue(5);
       // "Browse..." puts the chosen directory in the field; the data logger's has its own.
       lRecorder->findChild<QPushButton*>()->click();
@@ -266,10 +260,9 @@ TEST_F(SensorUiFlow, PreferencePagesStoreWhatTheUserChose)
     PtPreferencesDialog lDialog(mWindow.get());
     lDialog.exec();
     EXPECT_EQ(lScript.Pending(), 0);
-    EXPECT_EQ(PxRecorder::Flags(), lCase.mFlags);
+    EXPECT_EQ(PxRecorder::Flags(), lFlags);
     EXPECT_EQ(PxRecorder::MaxTime(), 5u);
     EXPECT_EQ(PxRecorder::Directory(), lChosen);
-    lFirst = false;
   }
   // Cancel keeps what was stored.
   PtModalScript lScript;
