@@ -52,11 +52,6 @@ TEST(ConfigWindow, LibraryMenusAndActionsLandWhereUsersLookForThem)
   lWindow.show();
   EXPECT_TRUE(PxTest::SaveToGallery(&lWindow, QStringLiteral("main-window")));
 
-  lWindow.SetDeviceTitle(QStringLiteral("PX-16 #1234"));
-  EXPECT_TRUE(lWindow.windowTitle().startsWith(QStringLiteral("PX-16 #1234")));
-  lWindow.SetDeviceTitle(QString());
-  EXPECT_EQ(lWindow.windowTitle(), QStringLiteral("Parvex Configuration"));
-
   // Settings starts with the preferences, whose dialog has the units page.
   PtModalScript lScript;
   bool lHadUnits = false;
@@ -150,12 +145,13 @@ TEST(ConfigWindow, StartsOnTheSimulatedSensorAndRunsItFromTheMenus)
   bool lAccept = true;
   Q_EMIT lWindow.QuitRequested(lAccept);
   EXPECT_TRUE(lAccept);
-  EXPECT_TRUE(lScript.Interactions().isEmpty());
   EXPECT_EQ(PxStaticUi::Ui(), nullptr);
+  EXPECT_EQ(lWindow.windowTitle(), QStringLiteral("Parvex Configuration"));
   EXPECT_EQ(lWindow.CentralView(), nullptr);
   EXPECT_TRUE(lStatus.Text().isEmpty());
 
-  // A target that is not an address is refused with a message, not a crash.
+  // A target that is not an address is refused with a message, not a crash (the only one of the
+  // script: quitting asked nothing).
   EXPECT_FALSE(ConnectAtStart(lWindow, QStringLiteral("serial://COM1")));
   ASSERT_EQ(lScript.Interactions().size(), 1);
   EXPECT_EQ(lScript.Interactions()[0].mKind, PtModalScript::K_ERROR);

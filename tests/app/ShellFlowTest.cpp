@@ -75,17 +75,15 @@ protected:
       }
     });
   }
-  void Connect(PtModalScript& aScript, const QString& aType)
+  // "Connect..." on aType, with aThen answering the questions that follow.
+  template <class... A>
+  void Connect(PtModalScript& aScript, const QString& aType, const A&... aThen)
   {
     QueueConnect(aScript, aType);
+    (aScript.Queue(aThen), ...);
     PxStaticUi::Singleton()->ConnectAction()->trigger();
   }
-  int SoftwareVersion() const
-  {
-    return static_cast<const PxIntegerProperty&>(PxStaticUi::Ui()->Device()->Property(PxDevice::ID_SOFTWARE_VERSION))
-               .Value(0) &
-           0x3FFF;
-  }
+  int SoftwareVersion() const { return PxStaticUi::Ui()->Device()->SoftwareVersion().Value(0) & 0x3FFF; }
   // Waits for a torn-down device UI to go, as the host's ticks make it.
   void WaitForTeardown()
   {
@@ -108,23 +106,20 @@ const PtModalScript::Action RUN_UPDATE = [](QDialog* aDialog) {
 TEST_F(ShellFlow, TcpWidgetChecksWhatIsTypedAndExplainsFailures)
 {
   PxSimTcpWidget lWidget;
-  struct Typed
-  {
-    QString mHost, mPort, mStatus;
-  } lCases[] = {
-      {"", "48016", "Enter the host name or IP address of the sensor."},
-      {"sensor one", "48016", ""}, // the blank is refused as it is typed
-      {"-sensor", "48016", "\"-sensor\" is not a valid host name or IP address."},
-      {"10.0.0.7", "0", "Enter a port number between 1 and 65535."},
-      {"10.0.0.7", "70000", "Enter a port number between 1 and 65535."},
-      {"fe80::1", "4801a6", ""}, // letters never reach the port field
-  };
-  for (const Typed& c : lCases) {
+  // What is typed in the host and port fields, and what the widget says then. "sensor one": the
+  // blank is refused as it is typed; "4801a6": letters never reach the port field.
+  for (const auto& [lHost, lPort, lStatus] :
+       {std::tuple{"", "48016", "Enter the host name or IP address of the sensor."},
+        {"sensor one", "48016", ""},
+        {"-sensor", "48016", "\"-sensor\" is not a valid host name or IP address."},
+        {"10.0.0.7", "0", "Enter a port number between 1 and 65535."},
+        {"10.0.0.7", "70000", "Enter a port number between 1 and 65535."},
+        {"fe80::1", "4801a6", ""}}) {
     lWidget.HostEdit()->clear();
     lWidget.PortEdit()->clear();
-    QTest::keyClicks(lWidget.HostEdit(), c.mHost);
-    QTest::keyClicks(lWidget.PortEdit(), c.mPort);
-    EXPECT_EQ(lWidget.StatusText(), c.mStatus) << c.mHost.toStdString() << " " << c.mPort.toStdString();
+    QTest::keyClicks(lWidget.HostEdit(), QLatin1String(lHost));
+    QTest::keyClicks(lWidget.PortEdit(), QLatin1String(lPort));
+    EXPECT_EQ(lWidget.StatusText(), QLatin1String(lStatus)) << lHost << " " << lPort;
   }
   EXPECT_EQ(lWidget.HostEdit()->text(), QStringLiteral("fe80::1"));
   EXPECT_EQ(lWidget.PortEdit()->text(), QStringLiteral("48016"));
@@ -136,22 +131,14 @@ TEST_F(ShellFlow, TcpWidgetChecksWhatIsTypedAndExplainsFailures)
     ASSERT_TRUE(lServer.listen(QHostAddress::LocalHost));
     lClosedPort = lServer.serverPort();
   }
-  const struct
-  {
-    QString mHost;
-    quint16 mPort;
-    QString mWords;
-  } lFailures[] = {
-      {"127.0.0.1", lClosedPort, "refused the connection on port"},
-      {"no-such-sensor.invalid", 48016, "could not be found"},
-  };
-  for (const auto& f : lFailures) {
-    lWidget.HostEdit()->setText(f.mHost);
-    lWidget.PortEdit()->setText(QString::number(f.mPort));
+  for (const auto& [lHost, lPort, lWords] : {std::tuple{"127.0.0.1", lClosedPort, "refused the connection on port"},
+                                             {"no-such-sensor.invalid", quint16(48016), "could not be found"}}) {
+    lWidget.HostEdit()->setText(QLatin1String(lHost));
+    lWidget.PortEdit()->setText(QString::number(lPort));
     QSignalSpy lFailed(&lWidget, &PxSimTcpWidget::ConnectionFailed);
     lWidget.Connect();
-    ASSERT_TRUE(lFailed.count() > 0 || lFailed.wait(PxTest::WAIT_MS)) << f.mHost.toStdString();
-    EXPECT_TRUE(lWidget.StatusText().contains(f.mWords)) << lWidget.StatusText().toStdString();
+    ASSERT_TRUE(lFailed.count() > 0 || lFailed.wait(PxTest::WAIT_MS)) << lHost;
+    EXPECT_TRUE(lWidget.StatusText().contains(QLatin1String(lWords))) << lWidget.StatusText().toStdString();
     EXPECT_TRUE(lWidget.HostEdit()->isEnabled()) << "the user can correct the address";
   }
   PxTest::SaveToGallery(&lWidget, QStringLiteral("tcp-widget-refused"));
@@ -265,11 +252,7 @@ TEST_F(ShellFlow, OutOfDateSensorIsUpdatedAndConnectsAgainOnTheNewFirmware)
 {
   PxSimConnectionTypes::SetSimulatorOnOlderFirmware(true);
   PtModalScript lScript;
-  QueueConnect(lScript, QStringLiteral("Simulated sensor"));
-  lScript.Queue(QMessageBox::Yes);
-  lScript.Queue(RUN_UPDATE); // the FPGA first
-  lScript.Queue(RUN_UPDATE); // then the software
-  PxStaticUi::Singleton()->ConnectAction()->trigger();
+  Connect(lScript, QStringLiteral("Simulated sensor"), int(QMessageBox::Yes), RUN_UPDATE, RUN_UPDATE); // FPGA, software
   QStringList lTold;
   for (const PtModalScript::Interaction& i : lScript.Interactions()) {
     lTold << i.mText;
@@ -291,9 +274,7 @@ TEST_F(ShellFlow, CutOffOrDamagedUpdateLeavesTheOldFirmware)
 {
   PxSimConnectionTypes::SetSimulatorOnOlderFirmware(true);
   PtModalScript lScript;
-  QueueConnect(lScript, QStringLiteral("Simulated sensor"));
-  lScript.Queue(QMessageBox::No); // keep the old firmware for now
-  PxStaticUi::Singleton()->ConnectAction()->trigger();
+  Connect(lScript, QStringLiteral("Simulated sensor"), int(QMessageBox::No)); // keep the old firmware for now
   ASSERT_NE(PxStaticUi::Ui(), nullptr);
   const int lOld = SoftwareVersion();
   EXPECT_LT(lOld, PxSimSensor::EXPECTED_SOFTWARE_VERSION);
@@ -318,9 +299,7 @@ TEST_F(ShellFlow, CutOffOrDamagedUpdateLeavesTheOldFirmware)
   WaitForTeardown();
   ASSERT_EQ(PxStaticUi::Ui(), nullptr);
 
-  QueueConnect(lScript, QStringLiteral("Simulated sensor"));
-  lScript.Queue(QMessageBox::No);
-  PxStaticUi::Singleton()->ConnectAction()->trigger();
+  Connect(lScript, QStringLiteral("Simulated sensor"), int(QMessageBox::No));
   ASSERT_NE(PxStaticUi::Ui(), nullptr) << "still connectable";
   EXPECT_EQ(SoftwareVersion(), lOld);
 

@@ -99,15 +99,6 @@ public:
   PxDeviceUi* mUi = nullptr;
 };
 
-PxConnection* NoConnection()
-{
-  return nullptr;
-}
-PxConnectionWidget* MakeWidget(QWidget* aParent)
-{
-  return new TestWidget(aParent);
-}
-
 // A host with the application UI around it and aTypes registered connection types.
 class Shell : public ::testing::Test
 {
@@ -131,18 +122,21 @@ protected:
   {
     PxConnection::sTypes.clear();
     for (int i = 0; i < aCount; ++i) {
-      PxConnection::sTypes.push_back(
-          {QStringLiteral("t%1").arg(i), QStringLiteral("Type %1").arg(i), &NoConnection, &MakeWidget, nullptr});
+      PxConnection::sTypes.push_back({QStringLiteral("t%1").arg(i), QStringLiteral("Type %1").arg(i),
+                                      []() -> PxConnection* { return nullptr; },
+                                      [](QWidget* aParent) -> PxConnectionWidget* { return new TestWidget(aParent); }});
     }
   }
-  // Connects through "Connect..." with the dialog's Connect button, as a user would.
-  void ConnectThroughDialog(PtModalScript& aScript, const QList<int>& aThenAnswers = {})
+  // Connects through "Connect..." with the dialog's Connect button, as a user would; whether a
+  // device UI is up afterwards.
+  bool ConnectThroughDialog(PtModalScript& aScript, const QList<int>& aThenAnswers = {})
   {
     aScript.Queue([](QDialog* aDialog) { PxTest::Button(aDialog, QStringLiteral("Connect"))->click(); });
     for (int a : aThenAnswers) {
       aScript.Queue(a);
     }
     mUi->ConnectAction()->trigger();
+    return Ui() != nullptr;
   }
   TestUi* Ui() const { return static_cast<TestUi*>(PxStaticUi::Ui()); }
 
@@ -220,7 +214,7 @@ TEST_F(Shell, VersionCheckOnConnect)
     sNext.mBuild = c.mBuild;
     PtModalScript lScript;
     QSignalSpy lSetUp(mUi, &PxStaticUi::UiChanged);
-    ConnectThroughDialog(lScript, c.mAnswers);
+    ASSERT_TRUE(ConnectThroughDialog(lScript, c.mAnswers));
     QStringList lAsked;
     for (const PtModalScript::Interaction& i : lScript.Interactions()) {
       if (i.mKind != PtModalScript::K_DIALOG) {
@@ -230,9 +224,7 @@ TEST_F(Shell, VersionCheckOnConnect)
     // The job-less update dialogs report that nothing is available: not part of the check itself.
     lAsked.removeAll(QStringLiteral("No firmware update is available for this device."));
     EXPECT_EQ(lAsked, c.mAsked);
-    ASSERT_NE(Ui(), nullptr);
-    QStringList lJobs = Ui()->Test()->mCalls.filter(QStringLiteral("CreateComponentUpdateJob"));
-    EXPECT_EQ(lJobs, c.mJobs);
+    EXPECT_EQ(Ui()->Test()->mCalls.filter(QStringLiteral("CreateComponentUpdateJob")), c.mJobs);
     EXPECT_EQ(mHost.mTitle, QStringLiteral("test device"));
     EXPECT_EQ(lSetUp.count(), c.mSetUp ? 1 : 0);
     EXPECT_EQ(mUi->ConnectAction()->text(), QStringLiteral("Disconnect..."));
@@ -246,8 +238,7 @@ TEST_F(Shell, QuitAndDisconnectAskOnlyWithModifiedProperties)
 {
   PtModalScript lScript;
   sNext.mLimited = true;
-  ConnectThroughDialog(lScript);
-  ASSERT_NE(Ui(), nullptr);
+  ASSERT_TRUE(ConnectThroughDialog(lScript));
   EXPECT_EQ(lScript.Interactions().last().mText,
             QStringLiteral("This device is currently working in limited mode. Some features are not available."));
   EXPECT_EQ(mUi->ConnectionStatus(), QStringLiteral(" Test UI "));
@@ -285,8 +276,7 @@ TEST_F(Shell, QuitAndDisconnectAskOnlyWithModifiedProperties)
 TEST_F(Shell, LinkLostUnderAModalDialogIsTornDownOnTheFirstTickAfterIt)
 {
   PtModalScript lScript;
-  ConnectThroughDialog(lScript);
-  ASSERT_NE(Ui(), nullptr);
+  ASSERT_TRUE(ConnectThroughDialog(lScript));
   bool lHeldDuringDialog = false;
   lScript.Queue([&](QDialog*) {
     Ui()->Device()->Disconnect(); // the sensor drops the link while the firmware list is open
@@ -329,8 +319,7 @@ TEST_F(Shell, ViewMenuAndReplayExcludingConnect)
 TEST_F(Shell, DeviceUiConfigurationFilesResetAndErrors)
 {
   PtModalScript lScript;
-  ConnectThroughDialog(lScript);
-  ASSERT_NE(Ui(), nullptr);
+  ASSERT_TRUE(ConnectThroughDialog(lScript));
   PxTestDevice* lDevice = Ui()->Test();
   lDevice->SetSerialNumber("SN-7");
   const QString lFile = PxTest::ScratchDir() + QStringLiteral("/shell.pto");
@@ -389,8 +378,7 @@ TEST_F(Shell, LayoutOfTwoDockedAndOneFloatingWindowComesBack)
   mHost.mUseSavedLayout = true;
   mHost.show();
   PtModalScript lScript;
-  ConnectThroughDialog(lScript);
-  ASSERT_NE(Ui(), nullptr);
+  ASSERT_TRUE(ConnectThroughDialog(lScript));
   PxDockWidget* lLeft = Ui()->RequestWindow(11, 0x1);
   PxDockWidget* lRight = Ui()->RequestWindow(12, 0x2);
   PxDockWidget* lFloat = Ui()->RequestWindow(13, 0x4);
@@ -411,8 +399,7 @@ TEST_F(Shell, LayoutOfTwoDockedAndOneFloatingWindowComesBack)
   ASSERT_EQ(PxStaticUi::Ui(), nullptr);
   sNext.mVersion = 0x0102;
 
-  ConnectThroughDialog(lScript); // restores it
-  ASSERT_NE(Ui(), nullptr);
+  ASSERT_TRUE(ConnectThroughDialog(lScript)); // restores it
   ASSERT_EQ(Ui()->Windows().size(), 3);
   QMap<unsigned int, PxDockWidget*> lByKind;
   for (PxDockWidget* w : Ui()->Windows()) {

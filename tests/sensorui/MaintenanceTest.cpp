@@ -71,26 +71,18 @@ TEST_F(Maintenance, DebugFormReadsAndWritesMemoriesAndShowsWhatTheDeviceRefuses)
   EXPECT_EQ(mSensor->ReadMemory(3, 0, PxSimProtocol::MAX_MEMORY_TRANSFER + 100).size(),
             static_cast<int>(PxSimProtocol::MAX_MEMORY_TRANSFER + 100));
 
-  struct Refusal
-  {
-    int mMemory;
-    QString mAddress;
-    bool mWrite;
-    QString mStatusStart;
-  };
-  const Refusal lRefusals[] = {
-      {0, QStringLiteral("0xFFFF"), false, QStringLiteral("Read failed: ")},
-      {1, QStringLiteral("0x0"), true, QStringLiteral("Write failed: ")},
-      {0, QStringLiteral("0xZZ"), false, QStringLiteral("The address must be a hexadecimal number.")},
-  };
-  for (const Refusal& lRefusal : lRefusals) {
-    SCOPED_TRACE(lRefusal.mAddress.toStdString());
+  // Each refusal: the memory, the address, whether it is written, and how the status line starts.
+  for (const auto& [lMemory, lAddress, lWriting, lStatusStart] :
+       {std::tuple{0, "0xFFFF", false, "Read failed: "},
+        {1, "0x0", true, "Write failed: "},
+        {0, "0xZZ", false, "The address must be a hexadecimal number."}}) {
+    SCOPED_TRACE(lAddress);
     PtModalScript lScript; // nothing may pop up: the form shows it
-    lRead(lRefusal.mMemory, lRefusal.mAddress, 16);
-    if (lRefusal.mWrite) {
+    lRead(lMemory, QLatin1String(lAddress), 16);
+    if (lWriting) {
       lWrite->click();
     }
-    EXPECT_TRUE(lForm.StatusLabel()->text().startsWith(lRefusal.mStatusStart))
+    EXPECT_TRUE(lForm.StatusLabel()->text().startsWith(QLatin1String(lStatusStart)))
         << lForm.StatusLabel()->text().toStdString();
     EXPECT_TRUE(lScript.Interactions().isEmpty());
     EXPECT_TRUE(mSensor->IsLive());

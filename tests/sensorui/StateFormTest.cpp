@@ -6,7 +6,6 @@
 
 #include <QLabel>
 
-
 #include <gtest/gtest.h>
 
 namespace {
@@ -22,28 +21,21 @@ public:
 
 TEST(SystemStateForm, IdentityLinesAsTheDeviceReportsThem)
 {
-  struct Case
-  {
-    PtU16 mSoftware;
-    QString mVersion;
-  };
-  const Case lCases[] = {
-      {0xC005, QStringLiteral("Version: FPGA: 1.3  Software: 5 (Factory)  CRC: 4660")},
-      {0x8005, QStringLiteral("Version: FPGA: 1.3  Software: 5 (Upgrade)  CRC: 4660")},
-      {0x4ABC, QStringLiteral("Version: FPGA: 1.3  Software: 2748 (Factory)  CRC: 4660")},
-      {0x00D4, QStringLiteral("Version: FPGA: 1.3  Software: 212 ()  CRC: 4660")},
-  };
-  for (const Case& lCase : lCases) {
+  // The software version word, and the version line it gives.
+  for (const auto& [lSoftware, lVersion] : {std::pair{0xC005, "Version: FPGA: 1.3  Software: 5 (Factory)  CRC: 4660"},
+                                            {0x8005, "Version: FPGA: 1.3  Software: 5 (Upgrade)  CRC: 4660"},
+                                            {0x4ABC, "Version: FPGA: 1.3  Software: 2748 (Factory)  CRC: 4660"},
+                                            {0x00D4, "Version: FPGA: 1.3  Software: 212 ()  CRC: 4660"}}) {
     PxTestSensor lSensor;
     lSensor.SetSerialNumber("PX16-000042");
     lSensor.SetFpgaVersion(0x0103);
-    lSensor.SetSoftwareVersion(lCase.mSoftware);
+    lSensor.SetSoftwareVersion(static_cast<PtU16>(lSoftware));
     lSensor.SetSoftwareCRC(0x1234);
     const char lPart[] = "74E0016-2";
     lSensor.SetSoftwarePartNumber(lPart, sizeof(lPart) - 1);
     PxSystemStateForm lForm;
     lForm.SetSensor(&lSensor);
-    EXPECT_EQ(lForm.VersionLabel()->text(), lCase.mVersion);
+    EXPECT_EQ(lForm.VersionLabel()->text(), QLatin1String(lVersion));
     EXPECT_EQ(lForm.SerialNumberLabel()->text(), QStringLiteral("Serial Number: PX16-000042"));
     // This sensor reports no hardware part number: its place stays empty.
     EXPECT_EQ(lForm.PartNumbersLabel()->text(), QStringLiteral("Part Numbers: Hardware:   Software: 74E0016-2"));

@@ -17,6 +17,7 @@
 #include <QLabel>
 #include <QScrollArea>
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 using namespace PxSimProtocol;
@@ -96,12 +97,9 @@ TEST_F(ConfigForm, AChangeIsMarkedUntilAppliedAndThenShowsInTheData)
        [](ConfigForm& t) { t.EditorOf<PxBitFieldEditor>(ID_SEGMENT_MASK)->CheckBoxes()[1]->click(); },
        [](PxSimSensor& s) {
          const auto& lEchoes = s.EchoesProvider();
-         for (size_t i = 0; i < lEchoes.EchoCount(); ++i) {
-           if (lEchoes.Echoes()[i].mSegment == 1) {
-             return false;
-           }
-         }
-         return lEchoes.EchoCount() > 0;
+         const auto lEnd = lEchoes.Echoes().begin() + lEchoes.EchoCount();
+         return lEchoes.EchoCount() > 0 &&
+                std::none_of(lEchoes.Echoes().begin(), lEnd, [](const PxEcho& e) { return e.mSegment == 1; });
        }},
   };
   PxResultSubscription lView(4 | 16);

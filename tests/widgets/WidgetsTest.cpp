@@ -34,14 +34,6 @@
 namespace {
 constexpr PtU32 SETTING = CAT_CONFIGURATION | F_EDITABLE | F_SAVE;
 
-template <class P, class... A>
-std::unique_ptr<P> Counted(size_t aCount, A... aArguments)
-{
-  auto lProperty = std::make_unique<P>(aArguments...);
-  lProperty->SetCount(aCount);
-  return lProperty;
-}
-
 // A new widget of kind W bound by SetProperty(aArguments...).
 template <class W, class... A>
 QWidget* Bound(A... aArguments)
@@ -53,7 +45,8 @@ QWidget* Bound(A... aArguments)
 
 std::unique_ptr<PxEnumProperty> Choices()
 {
-  auto lEnum = Counted<PxEnumProperty>(2, SETTING, 1u, PtU16(1), 4u);
+  auto lEnum = std::make_unique<PxEnumProperty>(SETTING, 1u, PtU16(1), 4u);
+  lEnum->SetCount(2);
   for (PtU32 v : {10u, 20u, 30u}) {
     lEnum->AddEnumValue(v, QString::number(v));
   }
@@ -78,86 +71,64 @@ protected:
 // one user edit is one ValueChanged, and both widgets show it.
 TEST_F(Widgets, TwoWidgetsOnOneValueStayInStepWithoutWritingBack)
 {
+  PxIntegerProperty lInteger(SETTING, 1, 1, 2);
+  lInteger.SetLimits(0, 100);
+  PxFloatProperty lFloat(SETTING, 1, 1, 4, 1000.0f, 3);
+  lFloat.SetUnitType(UT_DISTANCE);
+  lFloat.SetLimits(-5.0f, 50.0f);
+  PxUnits::SetUnit(UT_DISTANCE, 2);
+  const auto lEnum = Choices();
+  PxBitFieldProperty lBits(SETTING, 1, 1, 4);
+  PxTextProperty lText(SETTING, PxTextProperty::TYPE_ASCII, 1, 1, 16);
+  for (PxProperty* lProperty : std::initializer_list<PxProperty*>{&lInteger, &lFloat, &lBits, &lText}) {
+    lProperty->SetCount(1);
+  }
+  lBits.SetValue(0, 0x3);
+  lText.SetTextValue(0, QStringLiteral("A"));
   struct Case
   {
     const char* mWhat;
-    std::function<PxProperty*()> mMake;
-    std::function<QWidget*(PxProperty&)> mBind; // one widget on the property
+    PxProperty* mProperty;
+    std::function<QWidget*()> mBind; // one widget on the property
     std::function<void(QWidget*)> mUserEdit;
-    std::function<void(PxProperty&)> mModelEdit;
+    std::function<void()> mModelEdit;
     std::function<QString(QWidget*)> mShown;
     QString mAfterUser;
     QString mAfterModel;
   };
   const Case lCases[] = {
-      {"spin box",
-       [] {
-         auto* p = new PxIntegerProperty(SETTING, 1, 1, 2);
-         p->SetCount(1);
-         p->SetLimits(0, 100);
-         return p;
-       },
-       [](PxProperty& p) { return Bound<PxSpinBox>(static_cast<PxIntegerProperty*>(&p), size_t(0)); },
-       [](QWidget* w) { static_cast<PxSpinBox*>(w)->setValue(42); },
-       [](PxProperty& p) { static_cast<PxIntegerProperty&>(p).SetValue(0, 7); },
+      {"spin box", &lInteger, [&] { return Bound<PxSpinBox>(&lInteger, size_t(0)); },
+       [](QWidget* w) { static_cast<PxSpinBox*>(w)->setValue(42); }, [&] { lInteger.SetValue(0, 7); },
        [](QWidget* w) { return QString::number(static_cast<PxSpinBox*>(w)->value()); }, "42", "7"},
-      {"double spin box in feet",
-       [] {
-         PxUnits::SetUnit(UT_DISTANCE, 2);
-         auto* p = new PxFloatProperty(SETTING, 1, 1, 4, 1000.0f, 3);
-         p->SetCount(1);
-         p->SetUnitType(UT_DISTANCE);
-         p->SetLimits(-5.0f, 50.0f);
-         return p;
-       },
-       [](PxProperty& p) { return Bound<PxDoubleSpinBox>(static_cast<PxFloatProperty*>(&p), size_t(0)); },
-       [](QWidget* w) { static_cast<PxDoubleSpinBox*>(w)->setValue(10.0); },
-       [](PxProperty& p) { static_cast<PxFloatProperty&>(p).SetValue(0, 1.0f); },
+      {"double spin box in feet", &lFloat, [&] { return Bound<PxDoubleSpinBox>(&lFloat, size_t(0)); },
+       [](QWidget* w) { static_cast<PxDoubleSpinBox*>(w)->setValue(10.0); }, [&] { lFloat.SetValue(0, 1.0f); },
        [](QWidget* w) { return static_cast<PxDoubleSpinBox*>(w)->text(); }, "10.000 ft", "3.281 ft"},
-      {"combo box", [] { return Choices().release(); },
-       [](PxProperty& p) { return Bound<PxComboBox>(static_cast<PxEnumProperty*>(&p), size_t(1)); },
-       [](QWidget* w) { static_cast<PxComboBox*>(w)->setCurrentIndex(2); },
-       [](PxProperty& p) { static_cast<PxEnumProperty&>(p).SetValue(1, 20); },
+      {"combo box", lEnum.get(), [&] { return Bound<PxComboBox>(lEnum.get(), size_t(1)); },
+       [](QWidget* w) { static_cast<PxComboBox*>(w)->setCurrentIndex(2); }, [&] { lEnum->SetValue(1, 20); },
        [](QWidget* w) { return static_cast<PxComboBox*>(w)->currentText(); }, "30", "20"},
-      {"check box on a bit",
-       [] {
-         auto* p = new PxBitFieldProperty(SETTING, 1, 1, 4);
-         p->SetCount(1);
-         p->SetValue(0, 0x3);
-         return p;
-       },
-       [](PxProperty& p) { return Bound<PxCheckBox>(static_cast<PxBitFieldProperty*>(&p), size_t(0), PtByte(4)); },
-       [](QWidget* w) { static_cast<PxCheckBox*>(w)->click(); },
-       [](PxProperty& p) { static_cast<PxBitFieldProperty&>(p).SetValue(0, 0x1); },
+      {"check box on a bit", &lBits, [&] { return Bound<PxCheckBox>(&lBits, size_t(0), PtByte(4)); },
+       [](QWidget* w) { static_cast<PxCheckBox*>(w)->click(); }, [&] { lBits.SetValue(0, 0x1); },
        [](QWidget* w) { return QString::number(static_cast<PxCheckBox*>(w)->isChecked()); }, "1", "0"},
-      {"line edit",
-       [] {
-         auto* p = new PxTextProperty(SETTING, PxTextProperty::TYPE_ASCII, 1, 1, 16);
-         p->SetCount(1);
-         p->SetTextValue(0, QStringLiteral("A"));
-         return p;
-       },
-       [](PxProperty& p) { return Bound<PxLineEdit>(static_cast<PxTextProperty*>(&p)); },
+      {"line edit", &lText, [&] { return Bound<PxLineEdit>(&lText); },
        [](QWidget* w) { QTest::keyClicks(w, QStringLiteral("B")); },
-       [](PxProperty& p) { p.SetTextValue(0, QStringLiteral("Dock 4")); },
+       [&] { lText.SetTextValue(0, QStringLiteral("Dock 4")); },
        [](QWidget* w) { return static_cast<PxLineEdit*>(w)->text(); }, "AB", "Dock 4"},
   };
   for (const Case& c : lCases) {
     SCOPED_TRACE(c.mWhat);
-    std::unique_ptr<PxProperty> lProperty(c.mMake());
-    std::unique_ptr<QWidget> lFirst(c.mBind(*lProperty)), lSecond(c.mBind(*lProperty));
+    std::unique_ptr<QWidget> lFirst(c.mBind()), lSecond(c.mBind());
     EXPECT_TRUE(lFirst->isEnabled());
-    QSignalSpy lChanges(lProperty.get(), &PxProperty::ValueChanged);
+    QSignalSpy lChanges(c.mProperty, &PxProperty::ValueChanged);
     lFirst->setFocus();
     c.mUserEdit(lFirst.get());
     EXPECT_EQ(lChanges.count(), 1) << "one edit, one change";
     EXPECT_EQ(c.mShown(lFirst.get()), c.mAfterUser);
     EXPECT_EQ(c.mShown(lSecond.get()), c.mAfterUser);
-    c.mModelEdit(*lProperty);
+    c.mModelEdit();
     EXPECT_EQ(lChanges.count(), 2) << "showing a value writes nothing back";
     EXPECT_EQ(c.mShown(lFirst.get()), c.mAfterModel);
     EXPECT_EQ(c.mShown(lSecond.get()), c.mAfterModel);
-    lProperty->SetEditable(false);
+    c.mProperty->SetEditable(false);
     EXPECT_FALSE(lFirst->isEnabled());
   }
 }
@@ -346,21 +317,16 @@ TEST_F(Widgets, CommandButtonAsksFirstAndReportsFailures)
   EXPECT_THROW(lButton.SetCommand(&lDevice, 78), std::out_of_range);
   lButton.SetCommand(&lDevice, 77);
   EXPECT_EQ(lButton.text(), QStringLiteral("Reset"));
-  {
-    PtModalScript lScript;
-    lScript.Queue(QMessageBox::No);
-    lButton.click();
-    EXPECT_EQ(lCommand.State(), PxCommand::STATE_DECLINED);
-    EXPECT_EQ(lScript.Interactions().size(), 1);
-  }
-  {
-    // The test device runs no command: the error it raises reaches the user.
-    PtModalScript lScript;
-    lScript.Queue(QMessageBox::Yes);
-    Q_EMIT lCommand.Triggered();
-    ASSERT_EQ(lScript.Interactions().size(), 2);
-    EXPECT_EQ(lScript.Interactions()[1].mKind, PtModalScript::K_ERROR);
-  }
+  PtModalScript lScript;
+  lScript.Queue(QMessageBox::No);
+  lButton.click();
+  EXPECT_EQ(lCommand.State(), PxCommand::STATE_DECLINED);
+  EXPECT_EQ(lScript.Interactions().size(), 1);
+  // The test device runs no command: the error it raises reaches the user.
+  lScript.Queue(QMessageBox::Yes);
+  Q_EMIT lCommand.Triggered();
+  ASSERT_EQ(lScript.Interactions().size(), 3);
+  EXPECT_EQ(lScript.Interactions()[2].mKind, PtModalScript::K_ERROR);
   lCommand.SetEnabled(false);
   EXPECT_FALSE(lButton.isEnabled());
 }
