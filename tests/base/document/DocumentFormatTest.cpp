@@ -50,12 +50,8 @@ TEST(DocumentFormat, ElementsRoundTripWithAnyUnitSizeAndStride)
   // moves for 1, 2, 4 and 8 bytes and the general copy for odd sizes. The large ones outgrow the
   // read window and the write buffer.
   const Case lCases[] = {
-      {"empty", 4, 0, 4},
-      {"one field of echoes", 1, 96, 24},
-      {"32-bit field", 4, 96, 24},
-      {"odd unit", 3, 77, 5},
-      {"large block", 2, 1500000, 2},
-      {"units larger than the window", 300000, 3, 300016},
+      {"empty", 4, 0, 4},     {"one field of echoes", 1, 96, 24}, {"32-bit field", 4, 96, 24},
+      {"odd unit", 3, 77, 5}, {"large block", 2, 1500000, 2},     {"units larger than the window", 300000, 3, 300016},
   };
   for (const Case& c : lCases) {
     SCOPED_TRACE(c.mName);
@@ -256,8 +252,9 @@ TEST(DocumentFormat, DamagedFilesEndInAFormatErrorWithItsCode)
     EXPECT_EQ(ReadEverything(lFile), c.mCode);
   }
   PxTest::WriteFile(PxTest::ScratchFile(QStringLiteral("typed.doc")), lClosed);
-  EXPECT_EQ(PxTest::ErrorCode([] { PtDocumentReader(PxTest::ScratchFile(QStringLiteral("typed.doc")), RECORD_TYPE + 1); }),
-            21u);
+  EXPECT_EQ(
+      PxTest::ErrorCode([] { PtDocumentReader(PxTest::ScratchFile(QStringLiteral("typed.doc")), RECORD_TYPE + 1); }),
+      21u);
   EXPECT_THROW(PtDocumentReader(PxTest::ScratchFile(QStringLiteral("absent.doc"))), std::runtime_error);
 }
 
@@ -280,7 +277,8 @@ TEST(DocumentFormat, CutDocumentWrittenFrameByFrameKeepsWhatItsLastCommitVouches
       {"zeros after the last commit", lCommitted + lZeros, 1},
       {"a whole section after the last commit", lCommitted + lNext + lZeros, 1},
       {"a header cut short with a plausible length", lCommitted + lNext.left(17) + lZeros, 1},
-      {"the next commit cut inside its tag", lCommitted + lNext + lCommit(lCommitted.size() + lNext.size()).left(3) + lZeros, 1},
+      {"the next commit cut inside its tag",
+       lCommitted + lNext + lCommit(lCommitted.size() + lNext.size()).left(3) + lZeros, 1},
       {"garbage after the last commit", lCommitted + QByteArray(40, 'z'), 1},
       {"a commit that does not say where it stands", lHeader + lFirst + lCommit(0) + lZeros, 0},
       {"nothing committed yet", lHeader + lFirst + lZeros, 0},
