@@ -65,31 +65,21 @@ TEST(Time, PersistenceIsLosslessToTheMillisecond)
   EXPECT_FALSE(PtFromPersistence(PtToPersistence(QDateTime())).isValid());
 }
 
-TEST(Time, FiletimeConvertsFromWindowsEpoch)
+TEST(Time, FiletimesAndElapsedTimesReadAsText)
 {
-  struct
-  {
-    PtU64 mFiletime;
-    const char* mUtc;
-  } lCases[] = {
+  // File times count 100 ns from 1601; elapsed times are milliseconds shown as hours:minutes:seconds.
+  const std::pair<PtU64, const char*> lFiletimes[] = {
       {116444736000000000ull, "1970-01-01T00:00:00.000Z"},
       {132223104001234567ull, "2020-01-01T00:00:00.123Z"},
       {0ull, "1601-01-01T00:00:00.000Z"},
   };
-  for (const auto& c : lCases) {
-    EXPECT_EQ(PtFromFiletime(c.mFiletime).toUTC().toString(Qt::ISODateWithMs), QString::fromLatin1(c.mUtc));
+  for (const auto& [lFiletime, lUtc] : lFiletimes) {
+    EXPECT_EQ(PtFromFiletime(lFiletime).toUTC().toString(Qt::ISODateWithMs), QString::fromLatin1(lUtc));
   }
-}
-
-TEST(Time, ElapsedTimeReadsAsHoursMinutesSeconds)
-{
-  struct
-  {
-    PtU32 mMs;
-    const char* mText;
-  } lCases[] = {{999, "0:00:00"}, {3599999, "0:59:59"}, {108000000, "30:00:00"}, {0xFFFFFFFFu, "1193:02:47"}};
-  for (const auto& c : lCases) {
-    EXPECT_EQ(PtToElapsedTimeString(c.mMs), QString::fromLatin1(c.mText)) << c.mMs;
+  const std::pair<PtU32, const char*> lElapsed[] = {
+      {999, "0:00:00"}, {3599999, "0:59:59"}, {108000000, "30:00:00"}, {0xFFFFFFFFu, "1193:02:47"}};
+  for (const auto& [lMs, lText] : lElapsed) {
+    EXPECT_EQ(PtToElapsedTimeString(lMs), QString::fromLatin1(lText)) << lMs;
   }
 }
 
