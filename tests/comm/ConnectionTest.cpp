@@ -4,10 +4,10 @@
 #include "PxTestTransport.h"
 
 #include <QSignalSpy>
+
 #include <gtest/gtest.h>
 
-namespace
-{
+namespace {
 int sCreated = 0;
 template <char NAME>
 PxConnection* Create()
@@ -17,29 +17,18 @@ PxConnection* Create()
   c->setObjectName(QString(QLatin1Char(NAME)));
   return c;
 }
-PxConnectionWidget* NoWidget(QWidget*)
-{
-  return nullptr;
-}
 QStringList ListTwo()
 {
   return {QStringLiteral("sensor-1"), QStringLiteral("sensor-2")};
 }
-PxSerialPortListener* ListenerOne(PtModbus*, QTableWidget*)
-{
-  return reinterpret_cast<PxSerialPortListener*>(1);
-}
-PxSerialPortListener* ListenerTwo(PtModbus*, QTableWidget*)
-{
-  return reinterpret_cast<PxSerialPortListener*>(2);
-}
 
 TEST(ConnectionRegistry, LookupsTakeTheFirstRegistrationAndUnknownNamesGiveNothing)
 {
+  const PxConnection::WidgetCreator lNoWidget = [](QWidget*) -> PxConnectionWidget* { return nullptr; };
   PxConnection::sTypes.clear();
-  PxConnection::RegisterType(QStringLiteral("tcp"), QStringLiteral("TCP/IP"), Create<'A'>, NoWidget, ListTwo);
-  PxConnection::RegisterType(QStringLiteral("tcp"), QStringLiteral("again"), Create<'B'>, NoWidget, nullptr);
-  PxConnection::RegisterType(QStringLiteral("usb"), QStringLiteral("USB"), Create<'B'>, NoWidget, nullptr);
+  PxConnection::RegisterType(QStringLiteral("tcp"), QStringLiteral("TCP/IP"), Create<'A'>, lNoWidget, ListTwo);
+  PxConnection::RegisterType(QStringLiteral("tcp"), QStringLiteral("again"), Create<'B'>, lNoWidget, nullptr);
+  PxConnection::RegisterType(QStringLiteral("usb"), QStringLiteral("USB"), Create<'B'>, lNoWidget, nullptr);
 
   sCreated = 0;
   EXPECT_EQ(PxConnection::CreateConnection(QStringLiteral("serial")), nullptr);
@@ -53,8 +42,10 @@ TEST(ConnectionRegistry, LookupsTakeTheFirstRegistrationAndUnknownNamesGiveNothi
   EXPECT_TRUE(PxConnection::ListDevices(QStringLiteral("nope")).isEmpty());
   PxConnection::sTypes.clear();
 
-  PxConnection::RegisterSerialListener(7, ListenerOne);
-  PxConnection::RegisterSerialListener(7, ListenerTwo);
+  PxConnection::RegisterSerialListener(
+      7, [](PtModbus*, QTableWidget*) { return reinterpret_cast<PxSerialPortListener*>(1); });
+  PxConnection::RegisterSerialListener(
+      7, [](PtModbus*, QTableWidget*) { return reinterpret_cast<PxSerialPortListener*>(2); });
   EXPECT_EQ(PxConnection::CreateSerialPortListener(7, nullptr, nullptr), reinterpret_cast<PxSerialPortListener*>(1));
   EXPECT_EQ(PxConnection::CreateSerialPortListener(8, nullptr, nullptr), nullptr);
   PxConnection::sSerialConnections.clear();
@@ -64,20 +55,21 @@ TEST(ConnectionRegistry, LookupsTakeTheFirstRegistrationAndUnknownNamesGiveNothi
 
 TEST(ControlConnection, AnswerOutcomesDecideWhetherTheLinkSurvives)
 {
-  struct Case {
+  struct Case
+  {
     const char* mName;
     QByteArray mAnswer;
-    unsigned int mCode;      // 0 = success
+    unsigned int mCode; // 0 = success
     bool mDisconnects;
     bool mKeepsRequest;
   } const lCases[] = {
-    {"success", PxTestBytes().AnswerHeader(2, 0, 12, 9).ElementHeader(1, 1, 4).U32(7), 0, false, false},
-    {"device code 999 keeps the link", PxTestBytes().AnswerHeader(2, 999, 0, 9), 999, false, true},
-    {"device code 1000 drops it", PxTestBytes().AnswerHeader(2, 1000, 0, 9), 1000, true, true},
-    {"answer to another request", PxTestBytes().AnswerHeader(2, 0, 0, 10), 1000, true, true},
-    {"other protocol", PxTestBytes().AnswerHeader(3, 0, 0, 9), 1000, true, true},
-    {"size below header", PxTestBytes().U16(2).U16(0).U32(4).U16(9).Zeros(6), 1004, true, true},
-    {"silent device", PxTestBytes().U16(2).U16(0), 1, true, true},
+      {"success", PxTestBytes().AnswerHeader(2, 0, 12, 9).ElementHeader(1, 1, 4).U32(7), 0, false, false},
+      {"device code 999 keeps the link", PxTestBytes().AnswerHeader(2, 999, 0, 9), 999, false, true},
+      {"device code 1000 drops it", PxTestBytes().AnswerHeader(2, 1000, 0, 9), 1000, true, true},
+      {"answer to another request", PxTestBytes().AnswerHeader(2, 0, 0, 10), 1000, true, true},
+      {"other protocol", PxTestBytes().AnswerHeader(3, 0, 0, 9), 1000, true, true},
+      {"size below header", PxTestBytes().U16(2).U16(0).U32(4).U16(9).Zeros(6), 1004, true, true},
+      {"silent device", PxTestBytes().U16(2).U16(0), 1, true, true},
   };
   for (const Case& c : lCases) {
     SCOPED_TRACE(c.mName);

@@ -4,11 +4,9 @@
 #include "PxTestBytes.h"
 #include "PxTestTransport.h"
 
-#include <cstring>
 #include <gtest/gtest.h>
 
-namespace
-{
+namespace {
 QByteArray Message(const PxProtocolWriter& aWriter)
 {
   return QByteArray(reinterpret_cast<const char*>(aWriter.Data()), static_cast<int>(aWriter.Size()));
@@ -28,12 +26,6 @@ unsigned int CodeOf(const std::function<void()>& aCall)
   ADD_FAILURE() << "no protocol error";
   return 0;
 }
-
-// A 12-byte record of which only one field travels: the shape of echo and trace arrays.
-struct Record {
-  std::uint32_t mField;
-  std::uint32_t mOther[2];
-};
 
 TEST(ProtocolReader, StridedItemsOfEverySizeRoundTrip)
 {
@@ -124,18 +116,20 @@ TEST(ProtocolReader, ElementMismatchFailsAndStaysOnTheElement)
 
 TEST(ProtocolReader, CorruptSizesEndInAProtocolErrorNotAnAllocation)
 {
-  struct Case {
+  const PxTestBytes lHead = PxTestBytes().AnswerHeader(2, 0, 12, 1); // 12 bytes of payload follow
+  struct Case
+  {
     const char* mName;
     QByteArray mBytes;
     bool mStream;
     unsigned int mCode;
   } const lCases[] = {
-    {"4 GiB payload", PxTestBytes().U16(2).U16(0).U32(0xFFFFFFF0u).U16(1).Zeros(6), false, 1004},
-    {"size below the header", PxTestBytes().U16(2).U16(0).U32(15).U16(1).Zeros(6), false, 1004},
-    {"element longer than the payload", PxTestBytes().AnswerHeader(2, 0, 12, 1).ElementHeader(1, 60000, 60000).U32(0), false, 1005},
-    {"element one byte past the payload", PxTestBytes().AnswerHeader(2, 0, 12, 1).ElementHeader(1, 1, 5).U32(0), false, 1005},
-    {"half an element header", PxTestBytes().AnswerHeader(2, 0, 12, 1).ElementHeader(1, 0, 4).U32(0), false, 1005},
-    {"streamed element longer than the payload", PxTestBytes().AnswerHeader(2, 0, 12, 1).ElementHeader(1, 65535, 65535).U32(0), true, 1005},
+      {"4 GiB payload", PxTestBytes().U16(2).U16(0).U32(0xFFFFFFF0u).U16(1).Zeros(6), false, 1004},
+      {"size below the header", PxTestBytes().U16(2).U16(0).U32(15).U16(1).Zeros(6), false, 1004},
+      {"element longer than the payload", PxTestBytes(lHead).ElementHeader(1, 60000, 60000).U32(0), false, 1005},
+      {"element one byte past the payload", PxTestBytes(lHead).ElementHeader(1, 1, 5).U32(0), false, 1005},
+      {"half an element header", PxTestBytes(lHead).ElementHeader(1, 0, 4).U32(0), false, 1005},
+      {"streamed element too long", PxTestBytes(lHead).ElementHeader(1, 65535, 65535).U32(0), true, 1005},
   };
   for (const Case& c : lCases) {
     SCOPED_TRACE(c.mName);

@@ -5,10 +5,9 @@
 #include "PxTestTransport.h"
 
 #include <QSignalSpy>
-
-#include <gtest/gtest.h>
 #include <QTextStream>
 
+#include <gtest/gtest.h>
 
 namespace {
 struct Echoes
@@ -56,6 +55,16 @@ void ExpectAllFields(const PxResultEchoes& aProvider, PtU32 aCount)
               std::vector<PtU32>({i, 0x10000 + i, 0x20000 + i, i, i, i, 0x60000 + i, 0x70000 + i}))
         << "echo " << i;
   }
+}
+// What the echo log writes for the provider's frame, followed by what the caller writes next.
+QString Logged(const PxResultEchoes& aProvider, unsigned int aTimestamp)
+{
+  QString lText;
+  QTextStream lStream(&lText);
+  aProvider.Log(lStream, aTimestamp);
+  lStream << 1.5 << '|' << 7; // the caller's formatting is left as it was
+  lStream.flush();
+  return lText;
 }
 } // namespace
 
@@ -112,17 +121,7 @@ TEST(ResultEchoes, LogWritesFixedWidthLinesWithScalesFromTheProperties)
                        .U8(c.mSegment)
                        .ElementHeader(4232, 1, 1)
                        .U8(c.mFlag));
-    QString lText;
-    QTextStream lStream(&lText);
-    lEchoes.mProvider.Log(lStream, c.mTimestamp);
-    lStream << 1.5 << '|' << 7; // the caller's formatting is left as it was
-    lStream.flush();
-    EXPECT_EQ(lText, QString::fromLatin1(c.mLine) + QStringLiteral("1.5|7"));
+    EXPECT_EQ(Logged(lEchoes.mProvider, c.mTimestamp), QString::fromLatin1(c.mLine) + QStringLiteral("1.5|7"));
   }
-  Echoes lEmpty;
-  QString lText;
-  QTextStream lStream(&lText);
-  lEmpty.mProvider.Log(lStream, 5);
-  lStream.flush();
-  EXPECT_TRUE(lText.isEmpty());
+  EXPECT_EQ(Logged(Echoes().mProvider, 5), QStringLiteral("1.5|7")) << "no echoes, no line";
 }

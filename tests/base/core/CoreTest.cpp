@@ -6,9 +6,9 @@
 
 #include <gtest/gtest.h>
 
-namespace
+namespace {
+struct ThrowCase
 {
-struct ThrowCase {
   const char* mName;
   std::function<void()> mThrow;
   unsigned int mCode;
@@ -18,11 +18,12 @@ struct ThrowCase {
 TEST(Errors, EveryReporterCarriesItsCodeAndAReadableMessage)
 {
   const ThrowCase lCases[] = {
-    {"PtThrow", [] { PtThrow<std::runtime_error>(1003, QStringLiteral("Protocol error")); }, 1003, "Protocol error"},
-    {"invalid argument", [] { PtInvalidArgument(QStringLiteral("aValue"), QStringLiteral("70000"), 10); }, 10, "70000"},
-    {"logic", [] { PtLogicError(7); }, 7, "logic error 7"},
-    {"format 6", [] { PtFileFormatError(6); }, 6, "no header"},
-    {"format other", [] { PtFileFormatError(42); }, 42, "format error 42"},
+      {"PtThrow", [] { PtThrow<std::runtime_error>(1003, QStringLiteral("Protocol error")); }, 1003, "Protocol error"},
+      {"invalid argument", [] { PtInvalidArgument(QStringLiteral("aValue"), QStringLiteral("70000"), 10); }, 10,
+       "70000"},
+      {"logic", [] { PtLogicError(7); }, 7, "logic error 7"},
+      {"format 6", [] { PtFileFormatError(6); }, 6, "no header"},
+      {"format other", [] { PtFileFormatError(42); }, 42, "format error 42"},
   };
   for (const auto& c : lCases) {
     SCOPED_TRACE(c.mName);
@@ -55,8 +56,8 @@ TEST(AssertDeathTest, NamesExpressionFileWithoutExtensionAndLine)
 TEST(Time, PersistenceIsLosslessToTheMillisecond)
 {
   const QDateTime lTimes[] = {
-    QDateTime(QDate(2026, 11, 22), QTime(13, 45, 7, 123), Qt::LocalTime),
-    QDateTime(QDate(1969, 12, 31), QTime(23, 59, 59, 999), Qt::UTC),
+      QDateTime(QDate(2026, 11, 22), QTime(13, 45, 7, 123), Qt::LocalTime),
+      QDateTime(QDate(1969, 12, 31), QTime(23, 59, 59, 999), Qt::UTC),
   };
   for (const auto& t : lTimes) {
     EXPECT_EQ(PtFromPersistence(PtToPersistence(t)), t) << t.toString(Qt::ISODateWithMs).toStdString();
@@ -64,29 +65,21 @@ TEST(Time, PersistenceIsLosslessToTheMillisecond)
   EXPECT_FALSE(PtFromPersistence(PtToPersistence(QDateTime())).isValid());
 }
 
-TEST(Time, FiletimeConvertsFromWindowsEpoch)
+TEST(Time, FiletimesAndElapsedTimesReadAsText)
 {
-  struct {
-    PtU64 mFiletime;
-    const char* mUtc;
-  } lCases[] = {
-    {116444736000000000ull, "1970-01-01T00:00:00.000Z"},
-    {132223104001234567ull, "2020-01-01T00:00:00.123Z"},
-    {0ull, "1601-01-01T00:00:00.000Z"},
+  // File times count 100 ns from 1601; elapsed times are milliseconds shown as hours:minutes:seconds.
+  const std::pair<PtU64, const char*> lFiletimes[] = {
+      {116444736000000000ull, "1970-01-01T00:00:00.000Z"},
+      {132223104001234567ull, "2020-01-01T00:00:00.123Z"},
+      {0ull, "1601-01-01T00:00:00.000Z"},
   };
-  for (const auto& c : lCases) {
-    EXPECT_EQ(PtFromFiletime(c.mFiletime).toUTC().toString(Qt::ISODateWithMs), QString::fromLatin1(c.mUtc));
+  for (const auto& [lFiletime, lUtc] : lFiletimes) {
+    EXPECT_EQ(PtFromFiletime(lFiletime).toUTC().toString(Qt::ISODateWithMs), QString::fromLatin1(lUtc));
   }
-}
-
-TEST(Time, ElapsedTimeReadsAsHoursMinutesSeconds)
-{
-  struct {
-    PtU32 mMs;
-    const char* mText;
-  } lCases[] = {{999, "0:00:00"}, {3599999, "0:59:59"}, {108000000, "30:00:00"}, {0xFFFFFFFFu, "1193:02:47"}};
-  for (const auto& c : lCases) {
-    EXPECT_EQ(PtToElapsedTimeString(c.mMs), QString::fromLatin1(c.mText)) << c.mMs;
+  const std::pair<PtU32, const char*> lElapsed[] = {
+      {999, "0:00:00"}, {3599999, "0:59:59"}, {108000000, "30:00:00"}, {0xFFFFFFFFu, "1193:02:47"}};
+  for (const auto& [lMs, lText] : lElapsed) {
+    EXPECT_EQ(PtToElapsedTimeString(lMs), QString::fromLatin1(lText)) << lMs;
   }
 }
 

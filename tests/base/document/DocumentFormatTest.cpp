@@ -1,18 +1,79 @@
-// Element round trips, files cut by a killed writer, and damaged or hostile files.
-#include "DocumentTestSupport.h"
+// Element round trips, ranges extracted as the record player does, files cut by a killed writer,
+// and damaged or hostile files.
 #include "PtDocumentFormat_p.h"
+#include "PtDocumentReader.h"
+#include "PtDocumentWriter.h"
 #include "PtException.h"
 #include "PxTest.h"
 
+#include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
 
+#include <cstring>
 #include <gtest/gtest.h>
 #include <random>
-
-using namespace DocumentTest;
+#include <vector>
 
 namespace {
+constexpr PtU32 RECORD_TYPE = 0x52454331; // a sensor's record-file type code
+constexpr PtU32 SECTION_HEADER = 4352, SECTION_FRAME = 5536;
+
+// A record file as the recorder writes it: a header, frames of nested sections whose data differ
+// from frame to frame, and the empty closing frame.
+void WriteRecord(const QString& aFileName, PtU32 aFrames)
+{
+  PtDocumentWriter lWriter(aFileName, RECORD_TYPE);
+  lWriter.StartSection(SECTION_HEADER, 0, 1);
+  lWriter.AddElement(34, QStringLiteral("Unit 3"));
+  lWriter.EndSection();
+  for (PtU32 f = 0; f < aFrames; ++f) {
+    lWriter.StartSection(SECTION_FRAME, 0, 1);
+    lWriter.StartSection(6656, 1);
+    const PtU64 lTime = 1420070400000ull + f * 100ull;
+    lWriter.AddElement(6673, &lTime, 8, 1, 8);
+    lWriter.EndSection();
+    const std::vector<PtU16> lSamples(8 + f, PtU16(f * 31));
+    lWriter.AddElement(5893, lSamples.data(), 2, PtU32(lSamples.size()), 2);
+    lWriter.EndSection();
+  }
+  lWriter.StartSection(SECTION_FRAME, 0, 1);
+  lWriter.EndSection();
+  lWriter.EndLastSection();
+}
+
+// Reads everything from the cursor's position to the end of the current level into a text, element
+// data as a hash: two documents with the same text hold the same sections, elements and bytes.
+QByteArray Dump(PtDocumentReader& aReader, int aDepth = 0)
+{
+  QByteArray lText;
+  while (aReader.Advance()) {
+    lText += QByteArray(aDepth * 2, ' ');
+    if (aReader.IsSection()) {
+      lText += "S " + QByteArray::number(aReader.Id()) + " v" + QByteArray::number(aReader.Version()) + " f" +
+               QByteArray::number(aReader.Flag()) + "\n";
+      lText += Dump(aReader, aDepth + 1);
+    } else {
+      QByteArray lData(int(aReader.UnitSize() * aReader.Count()), '\0');
+      aReader.GetElement(lData.data(), aReader.UnitSize(), aReader.Count(), aReader.UnitSize());
+      lText += "E " + QByteArray::number(aReader.Id()) + " " + QByteArray::number(aReader.UnitSize()) + "x" +
+               QByteArray::number(aReader.Count()) + " " +
+               QCryptographicHash::hash(lData, QCryptographicHash::Md5).toHex().left(12) + "\n";
+    }
+  }
+  return lText;
+}
+
+// One text per main section, in file order.
+std::vector<QByteArray> DumpMainSections(PtDocumentReader& aReader)
+{
+  std::vector<QByteArray> lSections;
+  while (aReader.Advance()) {
+    lSections.push_back("S " + QByteArray::number(aReader.Id()) + "\n" + Dump(aReader, 1));
+  }
+  return lSections;
+}
+
 // Reads the whole document the way a careless caller would, ignoring nothing: every element's data
 // is fetched. Returns the format error code, or 0 when the file read through.
 unsigned int ReadEverything(const QString& aFile)
@@ -36,6 +97,29 @@ unsigned int ReadEverything(const QString& aFile)
     return lCode;
   }
 }
+
+// Builders of raw records, for files no writer would produce.
+QByteArray Word(PtU32 aValue)
+{
+  return QByteArray(reinterpret_cast<const char*>(&aValue), 4);
+}
+QByteArray Long(PtU64 aValue)
+{
+  return QByteArray(reinterpret_cast<const char*>(&aValue), 8);
+}
+QByteArray FileHeader(PtU32 aVersion = 1)
+{
+  return Word(0x43445850) + Word(7) + Word(aVersion) + Word(0);
+}
+QByteArray Section(PtU32 aId, const QByteArray& aContent, PtU64 aLength = PtU64(-1))
+{
+  return Word(0x54434553) + Word(aId) + Word(0) + Word(0) + Long(aLength == PtU64(-1) ? aContent.size() : aLength) +
+         aContent;
+}
+QByteArray Element(PtU32 aId, PtU32 aUnit, PtU32 aCount, const QByteArray& aData)
+{
+  return Word(0x4D454C45) + Word(aId) + Word(aUnit) + Word(aCount) + aData;
+}
 } // namespace
 
 TEST(DocumentFormat, ElementsRoundTripWithAnyUnitSizeAndStride)
@@ -50,12 +134,8 @@ TEST(DocumentFormat, ElementsRoundTripWithAnyUnitSizeAndStride)
   // moves for 1, 2, 4 and 8 bytes and the general copy for odd sizes. The large ones outgrow the
   // read window and the write buffer.
   const Case lCases[] = {
-      {"empty", 4, 0, 4},
-      {"one field of echoes", 1, 96, 24},
-      {"32-bit field", 4, 96, 24},
-      {"odd unit", 3, 77, 5},
-      {"large block", 2, 1500000, 2},
-      {"units larger than the window", 300000, 3, 300016},
+      {"empty", 4, 0, 4},     {"one field of echoes", 1, 96, 24}, {"32-bit field", 4, 96, 24},
+      {"odd unit", 3, 77, 5}, {"large block", 2, 1500000, 2},     {"units larger than the window", 300000, 3, 300016},
   };
   for (const Case& c : lCases) {
     SCOPED_TRACE(c.mName);
@@ -93,30 +173,55 @@ TEST(DocumentFormat, ElementsRoundTripWithAnyUnitSizeAndStride)
   }
 }
 
+TEST(DocumentFormat, ExtractedRangeIsARecordOfItsOwn)
+{
+  const QString lFile = PxTest::ScratchFile(QStringLiteral("source.ptl"));
+  const QString lCopy = PxTest::ScratchFile(QStringLiteral("extract.ptl"));
+  WriteRecord(lFile, 10);
+  const std::vector<QByteArray> lSource = [&] {
+    PtDocumentReader lReader(lFile);
+    return DumpMainSections(lReader);
+  }();
+  PtDocumentReader lReader(lFile);
+  lReader.Advance(); // the cursor of the source must not move
+  EXPECT_TRUE(lReader.Extract(1, 4, 7, lCopy));
+  EXPECT_EQ(lReader.CurrentMainSection(), 0u);
+  EXPECT_EQ(lReader.Id(), SECTION_HEADER);
+  {
+    // The header, frames 3 to 6, and the closing empty frame, each as it was.
+    PtDocumentReader lExtract(lCopy, RECORD_TYPE);
+    EXPECT_EQ(DumpMainSections(lExtract),
+              (std::vector<QByteArray>{lSource[0], lSource[4], lSource[5], lSource[6], lSource[7], lSource[11]}));
+    EXPECT_EQ(lExtract.MainSectionCount(), 6u);
+  }
+
+  const struct
+  {
+    size_t mLeading, mFirst, mLast;
+  } lBad[] = {{2, 1, 3}, {1, 5, 4}, {1, 3, 12}};
+  for (const auto& b : lBad) {
+    EXPECT_FALSE(lReader.Extract(b.mLeading, b.mFirst, b.mLast, PxTest::ScratchFile(QStringLiteral("bad.ptl"))));
+  }
+  EXPECT_FALSE(QFile::exists(PxTest::ScratchFile(QStringLiteral("bad.ptl"))));
+}
+
 TEST(DocumentFormat, WriterReportsFileErrorsWithTheFileName)
 {
-  struct Case
-  {
-    const char* mName;
-    QString mFile;
-  } const lCases[] = {
-      {"missing directory", PxTest::ScratchFile(QStringLiteral("no/such/dir/x.ptl"))},
-      {"full disk", QStringLiteral("/dev/full")},
-  };
-  for (const Case& c : lCases) {
-    SCOPED_TRACE(c.mName);
-    if (!QFile::exists(c.mFile) && c.mFile.startsWith(QLatin1String("/dev"))) {
+  // A directory that does not exist, and a disk that is full.
+  for (const QString& lFile : {PxTest::ScratchFile(QStringLiteral("no/such/dir/x.ptl")), QStringLiteral("/dev/full")}) {
+    SCOPED_TRACE(lFile.toStdString());
+    if (!QFile::exists(lFile) && lFile.startsWith(QLatin1String("/dev"))) {
       continue;
     }
     const auto lWrite = [&] {
-      PtDocumentWriter lWriter(c.mFile, 1);
+      PtDocumentWriter lWriter(lFile, 1);
       lWriter.StartSection(1);
       std::vector<char> lData(3 << 20);
       lWriter.AddElement(2, lData.data(), 1, PtU32(lData.size()), 1);
       lWriter.EndLastSection();
     };
     EXPECT_NE(PxTest::ErrorCode(lWrite), 0u);
-    EXPECT_TRUE(PxTest::ErrorText(lWrite).contains(c.mFile));
+    EXPECT_TRUE(PxTest::ErrorText(lWrite).contains(lFile));
   }
 }
 
@@ -171,35 +276,10 @@ TEST(DocumentFormat, ManyMainSectionsListFromIndexOrByScanAlike)
   }
 }
 
-namespace {
-// Builders of raw records, for files no writer would produce.
-QByteArray Word(PtU32 aValue)
-{
-  return QByteArray(reinterpret_cast<const char*>(&aValue), 4);
-}
-QByteArray Long(PtU64 aValue)
-{
-  return QByteArray(reinterpret_cast<const char*>(&aValue), 8);
-}
-QByteArray FileHeader(PtU32 aVersion = 1)
-{
-  return Word(0x43445850) + Word(7) + Word(aVersion) + Word(0);
-}
-QByteArray Section(PtU32 aId, const QByteArray& aContent, PtU64 aLength = PtU64(-1))
-{
-  return Word(0x54434553) + Word(aId) + Word(0) + Word(0) + Long(aLength == PtU64(-1) ? aContent.size() : aLength) +
-         aContent;
-}
-QByteArray Element(PtU32 aId, PtU32 aUnit, PtU32 aCount, const QByteArray& aData)
-{
-  return Word(0x4D454C45) + Word(aId) + Word(aUnit) + Word(aCount) + aData;
-}
-} // namespace
-
 TEST(DocumentFormat, DamagedFilesEndInAFormatErrorWithItsCode)
 {
   QByteArray lDeep = Element(1, 1, 1, "x");
-  for (int i = 0; i < 40; ++i) {
+  for (int i = 0; i < 33; ++i) { // one level deeper than a writer can open
     lDeep = Section(1, lDeep);
   }
   QByteArray lClosed;
@@ -256,8 +336,9 @@ TEST(DocumentFormat, DamagedFilesEndInAFormatErrorWithItsCode)
     EXPECT_EQ(ReadEverything(lFile), c.mCode);
   }
   PxTest::WriteFile(PxTest::ScratchFile(QStringLiteral("typed.doc")), lClosed);
-  EXPECT_EQ(PxTest::ErrorCode([] { PtDocumentReader(PxTest::ScratchFile(QStringLiteral("typed.doc")), RECORD_TYPE + 1); }),
-            21u);
+  EXPECT_EQ(
+      PxTest::ErrorCode([] { PtDocumentReader(PxTest::ScratchFile(QStringLiteral("typed.doc")), RECORD_TYPE + 1); }),
+      21u);
   EXPECT_THROW(PtDocumentReader(PxTest::ScratchFile(QStringLiteral("absent.doc"))), std::runtime_error);
 }
 
@@ -280,7 +361,8 @@ TEST(DocumentFormat, CutDocumentWrittenFrameByFrameKeepsWhatItsLastCommitVouches
       {"zeros after the last commit", lCommitted + lZeros, 1},
       {"a whole section after the last commit", lCommitted + lNext + lZeros, 1},
       {"a header cut short with a plausible length", lCommitted + lNext.left(17) + lZeros, 1},
-      {"the next commit cut inside its tag", lCommitted + lNext + lCommit(lCommitted.size() + lNext.size()).left(3) + lZeros, 1},
+      {"the next commit cut inside its tag",
+       lCommitted + lNext + lCommit(lCommitted.size() + lNext.size()).left(3) + lZeros, 1},
       {"garbage after the last commit", lCommitted + QByteArray(40, 'z'), 1},
       {"a commit that does not say where it stands", lHeader + lFirst + lCommit(0) + lZeros, 0},
       {"nothing committed yet", lHeader + lFirst + lZeros, 0},
@@ -307,5 +389,3 @@ TEST(DocumentFormat, FuzzerCorpusReadsThroughOrFailsCleanly)
     EXPECT_TRUE(lCode == 0 || (lCode >= 20 && lCode <= 28)) << lCode;
   }
 }
-
-using DocumentFormatDeathTest = ::testing::Test;

@@ -12,7 +12,6 @@
 
 #include <QApplication>
 #include <QClipboard>
-#include <QElapsedTimer>
 #include <QLabel>
 #include <QLoggingCategory>
 #include <QMessageBox>
@@ -26,24 +25,14 @@
 
 namespace {
 // Acts on the modal window as soon as its event loop runs: the way a user would answer a real,
-// unscripted box. Gives up after the project-wide wait so a missing window fails the test.
+// unscripted box.
 void WhenModal(std::function<void(QWidget*)> aAction)
 {
-  auto* lTimer = new QTimer(qApp);
-  auto lStarted = std::make_shared<QElapsedTimer>();
-  lStarted->start();
-  lTimer->setInterval(5);
-  QObject::connect(lTimer, &QTimer::timeout, [lTimer, lStarted, aAction] {
+  QTimer::singleShot(0, qApp, [aAction] {
     QWidget* lModal = QApplication::activeModalWidget();
-    if (lModal || lStarted->elapsed() > PxTest::WAIT_MS) {
-      lTimer->stop();
-      lTimer->deleteLater();
-      if (lModal) {
-        aAction(lModal);
-      }
-    }
+    ASSERT_NE(lModal, nullptr) << "no window waits for the user";
+    aAction(lModal);
   });
-  lTimer->start();
 }
 
 void Save(QWidget* aWidget, const char* aName)

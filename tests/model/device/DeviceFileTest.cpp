@@ -1,5 +1,6 @@
 // Configuration and calibration files written and read through real files: what a user saves
 // comes back, files of other versions load what they can, and a bad file changes nothing.
+#include "../properties/PropertyTestSupport.h"
 #include "PtDocumentReader.h"
 #include "PtDocumentWriter.h"
 #include "PtException.h"
@@ -13,7 +14,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QRegularExpression>
 #include <QSignalSpy>
 
 #include <gtest/gtest.h>
@@ -55,22 +55,17 @@ public:
   // Values that differ from one seed to another, so that a load shows which ones it replaced.
   void Fill(int aSeed)
   {
-    for (PxProperty* lProperty : Own()) {
-      lProperty->SetCount(lProperty == &mInteger ? 3 : lProperty == &mFloat || lProperty == &mBool ? 2 : 1);
-    }
-    for (int i = 0; i < 3; ++i) {
-      mInteger.SetValue(i, 1000 * aSeed + i);
-    }
-    mFloat.SetValue(0, -1.25f * aSeed);
-    mFloat.SetValue(1, 3.5f * aSeed);
-    mBool.SetValue(0, aSeed % 2 == 1);
-    mBool.SetValue(1, aSeed % 2 == 0);
-    mEnum.SetValue(0, aSeed % 2 ? 7 : 0);
+    ::Fill(mInteger, {1000 * aSeed, 1000 * aSeed + 1, 1000 * aSeed + 2});
+    ::Fill(mFloat, {-1.25f * aSeed, 3.5f * aSeed});
+    ::Fill(mBool, {aSeed % 2 == 1, aSeed % 2 == 0});
+    ::Fill(mEnum, {aSeed % 2 ? 7u : 0u});
+    ::Fill(mBits, {0xDEAD0000u + aSeed});
+    ::Fill(mState, {aSeed});
+    ::Fill(mUnsaved, {aSeed});
+    mAscii.SetCount(1);
+    mUtf16.SetCount(1);
     mAscii.SetTextValue(0, QStringLiteral("CAL-%1").arg(aSeed));
     mUtf16.SetTextValue(0, QStringLiteral("user %1").arg(aSeed));
-    mBits.SetValue(0, 0xDEAD0000u + aSeed);
-    mState.SetValue(0, aSeed);
-    mUnsaved.SetValue(0, aSeed);
     SetFpgaVersion(static_cast<PtU16>(aSeed));
     SetSerialNumber(QStringLiteral("SN-%1").arg(aSeed).toLatin1().constData());
     DeviceName().SetCount(1);
@@ -121,10 +116,7 @@ QString Outline(PtDocumentReader& aReader, bool aSort)
     }
   }
   if (aSort) {
-    const auto lId = [](const QString& aItem) {
-      return aItem.left(aItem.indexOf(QRegularExpression(QStringLiteral("[{:]")))).toUInt();
-    };
-    std::sort(lItems.begin(), lItems.end(), [&](const QString& a, const QString& b) { return lId(a) < lId(b); });
+    lItems.sort(); // as texts: the ids within one section have the same number of digits
   }
   return lItems.join(QLatin1Char(' '));
 }
@@ -133,15 +125,6 @@ QString Outline(const QString& aFile)
 {
   PtDocumentReader lReader(aFile);
   return Outline(lReader, false);
-}
-
-void WriteHeader(PtDocumentWriter& aWriter)
-{
-  aWriter.StartSection(1);
-  const Pt64 lDate = PtToPersistence(QDateTime::fromMSecsSinceEpoch(1425301509123));
-  aWriter.AddElement(21, &lDate, 8, 1, 8);
-  aWriter.AddElement(22, QStringLiteral("Unit 9"));
-  aWriter.EndSection();
 }
 
 QStringList Leftovers()
@@ -265,7 +248,11 @@ TEST(DeviceFiles, ABadFileRaisesAnErrorAndChangesNoProperty)
       {"a known id too short for its property, after good elements",
        [](const QString& f) {
          PtDocumentWriter w(f, PxTestDevice::CONFIGURATION_DOCUMENT);
-         WriteHeader(w);
+         w.StartSection(1);
+         const Pt64 lDate = PtToPersistence(QDateTime::fromMSecsSinceEpoch(1425301509123));
+         w.AddElement(21, &lDate, 8, 1, 8);
+         w.AddElement(22, QStringLiteral("Unit 9"));
+         w.EndSection();
          w.StartSection(2);
          const PtU16 lIntegers[2] = {11, 22};
          w.AddElement(5000, lIntegers, 2, 2, 2);

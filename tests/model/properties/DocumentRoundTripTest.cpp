@@ -18,11 +18,6 @@ constexpr PtU32 DOCUMENT_TYPE = 0x50544F31;
 constexpr PtU32 PROPERTIES_SECTION = 2;
 constexpr PtU32 SAVED = F_EDITABLE | F_SAVE;
 
-QString Path(const QString& aName)
-{
-  return PxTest::ScratchDir() + QLatin1Char('/') + aName + QStringLiteral(".pto");
-}
-
 void Save(const QString& aFile, const std::vector<PxProperty*>& aProperties)
 {
   PtDocumentWriter lWriter(aFile, DOCUMENT_TYPE);
@@ -58,16 +53,13 @@ std::vector<PtU32> Load(const QString& aFile, const std::vector<PxProperty*>& aP
 using Made = std::unique_ptr<PxProperty>;
 
 template <class P, class V>
-Made Filled(std::unique_ptr<P> aProperty, const std::vector<V>& aValues)
+Made Filled(std::unique_ptr<P> aProperty, std::initializer_list<V> aValues)
 {
-  aProperty->SetCount(aValues.size());
-  for (size_t i = 0; i < aValues.size(); ++i) {
-    aProperty->SetValue(i, aValues[i]);
-  }
+  Fill(*aProperty, aValues);
   return aProperty;
 }
 
-Made Integer(PtU32 aUnitSize, bool aSigned, const std::vector<int>& aValues)
+Made Integer(PtU32 aUnitSize, bool aSigned, std::initializer_list<int> aValues)
 {
   auto lProperty = std::make_unique<PxIntegerProperty>(SAVED, 10, 1, aUnitSize);
   lProperty->SetSigned(aSigned);
@@ -75,12 +67,12 @@ Made Integer(PtU32 aUnitSize, bool aSigned, const std::vector<int>& aValues)
   return Filled(std::move(lProperty), aValues);
 }
 
-Made Float(PtU32 aUnitSize, float aScale, const std::vector<float>& aValues)
+Made Float(PtU32 aUnitSize, float aScale, std::initializer_list<float> aValues)
 {
   return Filled(std::make_unique<PxFloatProperty>(SAVED, 20, 1, aUnitSize, aScale, 0xFFFFFFFFu), aValues);
 }
 
-Made Enum(const std::vector<PtU32>& aValues)
+Made Enum(std::initializer_list<PtU32> aValues)
 {
   auto lProperty = std::make_unique<PxEnumProperty>(SAVED, 30, 1, 1);
   lProperty->AddEnumValue(0, QStringLiteral("Off"));
@@ -88,12 +80,12 @@ Made Enum(const std::vector<PtU32>& aValues)
   return Filled(std::move(lProperty), aValues);
 }
 
-Made Bits(const std::vector<PtU32>& aValues)
+Made Bits(std::initializer_list<PtU32> aValues)
 {
   return Filled(std::make_unique<PxBitFieldProperty>(SAVED, 40, 1, 4), aValues);
 }
 
-Made Bool(const std::vector<bool>& aValues)
+Made Bool(std::initializer_list<bool> aValues)
 {
   return Filled(std::make_unique<PxBoolProperty>(SAVED, 50, 1), aValues);
 }
@@ -122,7 +114,7 @@ TEST(PropertyDocuments, EveryKindReadsBackWhatItWrote)
   int lCase = 0;
   for (auto& [lSaved, lLoaded] : lCases) {
     SCOPED_TRACE(lCase);
-    const QString lFile = Path(QString::number(lCase++));
+    const QString lFile = PxTest::ScratchFile(QString::number(lCase++) + QStringLiteral(".pto"));
     Save(lFile, {lSaved.get()});
     lLoaded->SetEditable(false);
     QSignalSpy lValues(lLoaded.get(), &PxProperty::ValueChanged);
@@ -140,7 +132,7 @@ TEST(PropertyDocuments, EveryKindReadsBackWhatItWrote)
 
 TEST(PropertyDocuments, TextReadsTheLayoutsOlderFilesUse)
 {
-  const QString lFile = Path(QStringLiteral("older"));
+  const QString lFile = PxTest::ScratchFile(QStringLiteral("older.pto"));
   {
     PtDocumentWriter lWriter(lFile, DOCUMENT_TYPE);
     lWriter.StartSection(PROPERTIES_SECTION);

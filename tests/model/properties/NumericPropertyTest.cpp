@@ -6,6 +6,41 @@
 #include <limits>
 
 namespace {
+constexpr PtU32 ALL_ONES = 0xFFFFFFFFu;
+
+TEST(PropertyBase, EditableFlagsChangeOnlyAsTheEditableFlagAllows)
+{
+  struct Case
+  {
+    PtU32 mCategory;
+    std::function<void(PxProperty&)> mThen; // after SetCount(2)
+    int mSignals;
+    std::vector<PtU32> mWords;
+  } const lCases[] = {
+      {F_EDITABLE, [](PxProperty&) {}, 1, {ALL_ONES, ALL_ONES}},
+      {CAT_STATE, [](PxProperty& p) { p.SetEditable(true); }, 1, {0, 0}},
+      {F_EDITABLE, [](PxProperty& p) { p.SetEditable(false); }, 2, {0, 0}},
+      {F_EDITABLE, [](PxProperty& p) { p.SetEditable(1, 0x0Fu), p.SetEditable(1, 0x0Fu); }, 2, {ALL_ONES, 0x0Fu}},
+      {CAT_CONFIGURATION, [](PxProperty& p) { p.SetEditable(0, ALL_ONES); }, 1, {0, 0}},
+  };
+  for (size_t lCase = 0; lCase < std::size(lCases); ++lCase) {
+    SCOPED_TRACE(lCase);
+    const Case& c = lCases[lCase];
+    PxIntegerProperty lProperty(c.mCategory, 1, 1, 4); // the flags are the base class's alone
+    QSignalSpy lEditable(&lProperty, &PxProperty::EditableChanged);
+    QSignalSpy lValues(&lProperty, &PxProperty::ValueChanged);
+    lProperty.SetCount(2);
+    c.mThen(lProperty);
+    EXPECT_EQ(lEditable.count(), c.mSignals);
+    EXPECT_EQ(lValues.count(), 0) << "a new count is no new value";
+    for (size_t i = 0; i < 2; ++i) {
+      EXPECT_EQ(lProperty.EditableWord(i), c.mWords[i]) << i;
+      EXPECT_EQ(lProperty.Editable(i), c.mWords[i] == ALL_ONES) << i;
+    }
+    EXPECT_FALSE(lProperty.Editable(2));
+  }
+}
+
 // Unit conversions need the table; every test starts from metres.
 class NumericProperty : public ::testing::Test
 {
@@ -62,10 +97,7 @@ TEST_F(NumericProperty, IntegerSetLimitsClampsValuesAndAnnouncesTheLimits)
   for (const Case& c : lCases) {
     SCOPED_TRACE(c.mMax);
     PxIntegerProperty lProperty(F_EDITABLE, 1, 1, 2);
-    lProperty.SetCount(3);
-    lProperty.SetValue(0, 5);
-    lProperty.SetValue(1, 50);
-    lProperty.SetValue(2, 500);
+    Fill(lProperty, {5, 50, 500});
     lProperty.SetLimitsNotChecked(c.mNotChecked);
     QSignalSpy lValues(&lProperty, &PxProperty::ValueChanged);
     QSignalSpy lLimits(&lProperty, &PxIntegerProperty::LimitsChanged);
@@ -95,8 +127,7 @@ TEST_F(NumericProperty, ScaledFloatStoresRoundedRawValuesAndIgnoresInvisibleChan
   for (const Case& c : lCases) {
     SCOPED_TRACE(c.mSet);
     PxFloatProperty lProperty(F_EDITABLE, 1, 1, 2, c.mScale, c.mDecimals);
-    lProperty.SetCount(1);
-    lProperty.SetValue(0, c.mBefore);
+    Fill(lProperty, {c.mBefore});
     QSignalSpy lValues(&lProperty, &PxProperty::ValueChanged);
     lProperty.SetValue(0, c.mSet);
     EXPECT_EQ(lProperty.RawValue(0), c.mRaw);
@@ -108,10 +139,7 @@ TEST_F(NumericProperty, ScaledFloatStoresRoundedRawValuesAndIgnoresInvisibleChan
 TEST_F(NumericProperty, FloatRefusesValuesOutsideItsLimitsAndClampsToNewOnes)
 {
   PxFloatProperty lProperty(F_EDITABLE, 1, 1, 2, 10.0f, 1);
-  lProperty.SetCount(3);
-  lProperty.SetValue(0, -5.0f);
-  lProperty.SetValue(1, 1.5f);
-  lProperty.SetValue(2, 9.9f);
+  Fill(lProperty, {-5.0f, 1.5f, 9.9f});
   QSignalSpy lValues(&lProperty, &PxProperty::ValueChanged);
   QSignalSpy lLimits(&lProperty, &PxFloatProperty::LimitsChanged);
   ExpectRefused([&] { lProperty.SetValue(0, 3276.8f); }, 15, QStringLiteral("3276.8"));
@@ -150,8 +178,7 @@ TEST_F(NumericProperty, FloatTextInputIsReadInTheDisplayUnit)
   // Typing the shown value again must not move a plain float by the round trip through feet.
   PxFloatProperty lPlain(F_EDITABLE, 2, 1, 4, 1.0f, 2);
   lPlain.SetUnitType(UT_DISTANCE);
-  lPlain.SetCount(1);
-  lPlain.SetValue(0, 3.0f);
+  Fill(lPlain, {3.0f});
   ASSERT_EQ(lPlain.TextValue(0), QStringLiteral("9.84"));
   lPlain.SetTextValue(0, QStringLiteral("9.840"));
   EXPECT_EQ(lPlain.Value(0), 3.0f);

@@ -6,8 +6,7 @@
 
 #include <gtest/gtest.h>
 
-namespace
-{
+namespace {
 constexpr PtU32 EDITABLE_CONFIG = PxProperty::CAT_CONFIGURATION | PxProperty::F_EDITABLE | PxProperty::F_SAVE;
 
 // Puts one answer carrying aElement in front of the reader, positioned on that element.
@@ -23,10 +22,7 @@ TEST(PropertyOnTheWire, RequestsCarryTheValuesUnderTheDeviceId)
 {
   PxTestTransport lLink;
   PxIntegerProperty lPower(EDITABLE_CONFIG, 0x400010, 0x0210, 2);
-  lPower.SetCount(3);
-  lPower.SetValue(0, 80);
-  lPower.SetValue(1, 0x1234);
-  lPower.SetValue(2, 65535);
+  Fill(lPower, {80, 0x1234, 65535});
   PxIntegerProperty lLocalOnly(EDITABLE_CONFIG, 0x400011, 0, 4);
   lLocalOnly.SetCount(1);
   PxIntegerProperty lEmpty(EDITABLE_CONFIG, 0x400012, 0x0212, 4);
@@ -39,7 +35,8 @@ TEST(PropertyOnTheWire, RequestsCarryTheValuesUnderTheDeviceId)
   ASSERT_EQ(lLink.Written().size(), 1u);
   // Two bytes of each 32-bit slot travel: the unit size, not the stride.
   EXPECT_EQ(lLink.Written()[0],
-            QByteArray(PxTestBytes().RequestHeader(2, 0x0101, 14).ElementHeader(0x0210, 3, 2).U16(80).U16(0x1234).U16(65535)));
+            QByteArray(
+                PxTestBytes().RequestHeader(2, 0x0101, 14).ElementHeader(0x0210, 3, 2).U16(80).U16(0x1234).U16(65535)));
 }
 
 TEST(PropertyOnTheWire, ReadsResetEditableFlagsAndBackup)
@@ -68,22 +65,25 @@ TEST(PropertyOnTheWire, ReadsResetEditableFlagsAndBackup)
 
 TEST(PropertyOnTheWire, WireWidthsAgainstPropertyWidths)
 {
-  struct Case {
+  struct Case
+  {
     const char* mName;
     PtU32 mPropertyUnit;
     PxTestBytes mElement;
     std::vector<Pt32> mExpected; // empty: the read fails with 1002
   } const lCases[] = {
-    {"narrower items arrive zero-extended", 2, PxTestBytes().ElementHeader(0x30, 2, 1).U8(0xFF).U8(0x80), {0xFF, 0x80}},
-    {"wider items are refused", 2, PxTestBytes().ElementHeader(0x30, 1, 4).U32(5), {}},
-    {"no items", 4, PxTestBytes().ElementHeader(0x30, 0, 4), {}},
+      {"narrower items arrive zero-extended",
+       2,
+       PxTestBytes().ElementHeader(0x30, 2, 1).U8(0xFF).U8(0x80),
+       {0xFF, 0x80}},
+      {"wider items are refused", 2, PxTestBytes().ElementHeader(0x30, 1, 4).U32(5), {}},
+      {"no items", 4, PxTestBytes().ElementHeader(0x30, 0, 4), {}},
   };
   for (const Case& c : lCases) {
     SCOPED_TRACE(c.mName);
     PxTestTransport lLink;
     PxIntegerProperty lProperty(EDITABLE_CONFIG, 0x400030, 0x30, c.mPropertyUnit);
-    lProperty.SetCount(1);
-    lProperty.SetValue(0, 42);
+    Fill(lProperty, {42});
     PxProtocolReader& lReader = AnswerWith(lLink, c.mElement);
     if (c.mExpected.empty() && lReader.Count() != 0) {
       EXPECT_EQ(PxTest::ErrorCode([&] { lProperty.ReadFromPtProtocol(lReader); }), 1002u);

@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <gtest/gtest.h>
+#include <initializer_list>
 
 // Expects aCall to report a bad argument through PtInvalidArgument with the given site (the
 // exception's code) and with aValueText quoted in the message.
@@ -34,4 +35,16 @@ inline std::vector<size_t> Indexes(const QSignalSpy& aSpy)
     lIndexes.push_back(lArguments.at(0).value<size_t>());
   }
   return lIndexes;
+}
+
+// aProperty made to hold exactly aValues, set one by one as an edit or a driver would set them.
+template <class P, class V>
+P& Fill(P& aProperty, std::initializer_list<V> aValues)
+{
+  aProperty.SetCount(aValues.size());
+  size_t lIndex = 0;
+  for (const V& lValue : aValues) {
+    aProperty.SetValue(lIndex++, lValue);
+  }
+  return aProperty;
 }
