@@ -13,6 +13,7 @@
 #include <QJsonObject>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QTcpServer>
 #include <QTemporaryDir>
 #include <QtEndian>
 
@@ -99,6 +100,9 @@ protected:
 
 TEST(Cli, BadCommandLinesAndUnreachableDevicesEndWithAMessageAndTheirCode)
 {
+  // Takes connections (the system does, into the backlog) but never answers: a hung device.
+  QTcpServer lSilent;
+  ASSERT_TRUE(lSilent.listen(QHostAddress::LocalHost));
   struct Case
   {
     QStringList mArguments;
@@ -121,6 +125,9 @@ TEST(Cli, BadCommandLinesAndUnreachableDevicesEndWithAMessageAndTheirCode)
       {{"info", "--timeout", "soon"}, 2, "--timeout needs a number"},
       // Port 1 on the loopback: refused at once.
       {{"info", "--connect", "tcp://127.0.0.1:1"}, 3, "cannot reach tcp://127.0.0.1:1"},
+      {{"info", "--timeout", "200", "--connect", QStringLiteral("tcp://127.0.0.1:%1").arg(lSilent.serverPort())},
+       3,
+       "the device does not answer"},
       {{"record", "--out", "/tmp"}, 2, "give either --seconds or --frames"},
       {{"record", "--frames", "5", "--out", "/tmp", "--traces", "smooth"}, 2, "unknown trace kind \"smooth\""},
       {{"log", "--seconds", "1"}, 2, "give the directory to write to with --out"},
@@ -203,18 +210,18 @@ TEST_F(CliAgainstSim, SettingsReachTheDeviceAndConfigurationFilesBringThemBack)
 
 TEST_F(CliAgainstSim, FirmwareFilesAreCheckedThenInstalled)
 {
-  // Written as the driver writes its bundled files, then damaged, cut or retargeted by hand.
-  auto lFile = [&](PtU16 aType, int aCut, int aFlip) {
+  // Written as the driver writes its bundled files, then damaged, cut, lengthened or retargeted.
+  auto lFile = [&](PtU16 aType, int aExtra, int aFlip) {
     PxSimSensor::FirmwareImage lImage{PxSimProtocol::COMPONENT_SOFTWARE, 0x40E0, 0, QByteArray(10000, '\0')};
     for (int i = 0; i < lImage.mData.size(); ++i) {
       lImage.mData[i] = static_cast<char>(i * 7 + 3);
     }
     lImage.mCrc = PxSimFirmware::Crc32(reinterpret_cast<const PtByte*>(lImage.mData.constData()), 10000);
-    const QString lName = mDir.filePath(QStringLiteral("fw-%1-%2-%3.ptb").arg(aType).arg(aCut).arg(aFlip));
+    const QString lName = mDir.filePath(QStringLiteral("fw-%1-%2-%3.ptb").arg(aType).arg(aExtra).arg(aFlip));
     PxSimUpdateJob::WriteFirmwareFile(lName, lImage);
     QByteArray lBytes = PxTest::ReadFile(lName);
     qToLittleEndian<quint16>(aType, lBytes.data() + 6);
-    lBytes.chop(aCut);
+    lBytes.resize(lBytes.size() + aExtra);
     if (aFlip >= 0) {
       lBytes[20 + aFlip] = static_cast<char>(lBytes[20 + aFlip] ^ 1);
     }
@@ -230,7 +237,8 @@ TEST_F(CliAgainstSim, FirmwareFilesAreCheckedThenInstalled)
     int mVersionAfter;
   } const lCases[] = {
       {"damaged", lFile(0x0A16, 0, 5000), 1, "is damaged: its checksum does not match", 0x40D4},
-      {"cut short", lFile(0x0A16, 1, -1), 1, "holds 9999 image bytes instead of 10000", 0x40D4},
+      {"cut short", lFile(0x0A16, -1, -1), 1, "holds 9999 image bytes instead of 10000", 0x40D4},
+      {"with bytes after the image", lFile(0x0A16, 3, -1), 1, "holds 10003 image bytes instead of 10000", 0x40D4},
       {"for another device", lFile(0x0B20, 0, -1), 1, "firmware for device type 0x0b20", 0x40D4},
       {"good", lFile(0x0A16, 0, -1), 0, "firmware: 100% (9.8 KiB of 9.8 KiB)", 0x40E0},
   };

@@ -130,7 +130,9 @@ TEST_F(Traces, PointerFindsEchoesFirstThenTheNearestCurvePoint)
   Feed();
   mGraph.SetLimits(0, 100, 0, 400);
   // Two echoes at the same place: the first in the list wins. One on a disabled segment: ignored.
-  mSensor.FeedEchoes({{40, 12, 3, 1, 0}, {40, 12, 3, 2, 1}, {20, 5, 0, 3, 0}});
+  // Amplitudes and bases come in halves, distances as they are.
+  mSensor.EchoAmplitudeScaleProperty().SetValue(0, 2);
+  mSensor.FeedEchoes({{40, 24, 6, 1, 0}, {40, 24, 6, 2, 1}, {20, 10, 0, 3, 0}});
   mGraph.SetChannelEnabled(3, false);
   Paint();
   ASSERT_EQ(mGraph.ReadoutCount(), 2u);

@@ -37,6 +37,7 @@ TEST(DataLogger, WritesEachEchoOnceStampedWithTheStateThatFollows)
   // Scales: distance 1/1000, amplitude 1/100.
   PublishEcho(lSource, 12340, 4550, 3, 1);
   lSource.PublishTimestamp(123456);
+  EXPECT_EQ(PxTest::ReadFile(lFile).count('\n'), 1) << "on the disk at once, for a reader while logging runs";
   lSource.PublishTimestamp(123466);         // no new echoes: nothing
   PublishEcho(lSource, 1, 1, 0, 0);         // replaced before its state: not written
   PublishEcho(lSource, 12345678, 0, 15, 0); // wider than its fields: written whole

@@ -287,6 +287,7 @@ TEST(ReplayInTheApplication, ReplayedSensorHasTheSensorFormsViewsOnlyUntilTheRep
           lUi->RecordAction(), lUi->LogAction(), lUi->DebugAction(), lUi->CalibrationAction()}) {
       EXPECT_FALSE(lAction->isEnabled()) << lAction->text().toStdString();
     }
+    EXPECT_FALSE(lUi->FilteredTracesAction()->isVisible()) << "the test sensor has no filtered traces";
     if (lFirst) {
       // Paused on frame 4: a form opened now shows it at once.
       lForm->Seek(4);

@@ -11,7 +11,6 @@
 
 #include <gtest/gtest.h>
 
-
 namespace {
 // The sensor's properties that drive a trace provider, and the provider.
 struct Traces
@@ -97,6 +96,8 @@ TEST(ResultTrace, StreamsTheTracesAnswerIntoTheSampleBuffer)
             }),
             1003u);
   EXPECT_EQ(lTraces.mProvider->TraceLength(), 5u);
+  // Nor is a channel count that one answer's 16-bit count cannot carry.
+  EXPECT_TRUE(Traces(false, 0x10000).mProvider->Traces().empty());
 }
 
 TEST(ResultTrace, DistancesAndLimits)
