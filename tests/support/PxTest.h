@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QFile>
 #include <QString>
+
 #include <functional>
 #include <gtest/gtest.h>
 #include <ostream>
@@ -15,8 +16,7 @@ inline void PrintTo(const QString& aText, std::ostream* aStream)
   *aStream << '"' << aText.toStdString() << '"';
 }
 
-namespace PxTest
-{
+namespace PxTest {
 // The one time-out every QSignalSpy::wait in the suites uses: long enough for a sanitizer build on
 // a busy two-core machine, short enough that a lost signal fails the test instead of hanging it.
 constexpr int WAIT_MS = 10000;
