@@ -110,6 +110,8 @@ TEST(PropertyDocuments, EveryKindReadsBackWhatItWrote)
       {Enum({200}), Enum({0})},
       {Bits({0xDEADBEEFu}), Bits({1, 2})},
       {String(T::TYPE_ASCII, 11, QStringLiteral("SN-0042")), String(T::TYPE_ASCII, 11, QStringLiteral("LONGER-TEXT"))},
+      // One code unit short of the field: the terminator must cut off the longer old text.
+      {String(T::TYPE_UTF16, 16, QStringLiteral("Seven 7")), String(T::TYPE_UTF16, 16, QStringLiteral("EIGHT 88"))},
   };
   int lCase = 0;
   for (auto& [lSaved, lLoaded] : lCases) {
