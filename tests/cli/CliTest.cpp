@@ -221,7 +221,7 @@ TEST_F(CliAgainstSim, FirmwareFilesAreCheckedThenInstalled)
     PxSimUpdateJob::WriteFirmwareFile(lName, lImage);
     QByteArray lBytes = PxTest::ReadFile(lName);
     qToLittleEndian<quint16>(aType, lBytes.data() + 6);
-    lBytes.resize(lBytes.size() + aExtra);
+    lBytes = lBytes.leftJustified(lBytes.size() + aExtra, 'x', true); // cut, or padded with aExtra bytes
     if (aFlip >= 0) {
       lBytes[20 + aFlip] = static_cast<char>(lBytes[20 + aFlip] ^ 1);
     }

@@ -42,7 +42,7 @@ TEST(DataLogger, WritesEachEchoOnceStampedWithTheStateThatFollows)
   PublishEcho(lSource, 1, 1, 0, 0);         // replaced before its state: not written
   PublishEcho(lSource, 12345678, 0, 15, 0); // wider than its fields: written whole
   lSource.PublishTimestamp(4000000000u);
-  PublishEcho(lSource, 5, 5, 5, 0, 0); // an empty answer
+  PublishEcho(lSource, 5, 5, 5, 0, 0); // no echoes: the stale first slot is not logged
   lSource.PublishTimestamp(7);
   lSource.mSensor.StopDataLogger();
   EXPECT_EQ(lSource.mSensor.DataMask(), 0u);
